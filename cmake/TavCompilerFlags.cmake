@@ -1,0 +1,12 @@
+# Flags shared by every target of the project.
+function(tav_apply_flags target)
+    target_compile_options(${target} INTERFACE
+        -Wall -Wextra -Werror
+        # Traces name functions and lines in every configuration.
+        -g)
+    if(TAV_SANITIZE)
+        target_compile_options(${target} INTERFACE
+            -fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=all)
+        target_link_options(${target} INTERFACE -fsanitize=address,undefined)
+    endif()
+endfunction()
