@@ -1,0 +1,199 @@
+#include <tav/kernel/util/Exception.h>
+#include <tav/logger/ConsoleLogHandler.h>
+#include <tav/logger/FileLogHandler.h>
+#include <tav/logger/Logger.h>
+
+#include "foundation/CaptureConsole.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <vector>
+
+using namespace TAV;
+
+namespace {
+
+// Records what reaches it; takes everything unless given a filter.
+class RecordingHandler : public LoggerLevelHandler {
+public:
+    RecordingHandler() : LoggerLevelHandler(new LevelPrefixFormatter, nullptr) {}
+    void publish(const LogRecord& record) override { lines.push_back(getFormatter()->format(record)); }
+    std::vector<std::string> lines;
+};
+
+// Each test starts with no handlers of its own and the default threshold.
+class LoggerTest : public ::testing::Test {
+protected:
+    void TearDown() override
+    {
+        for (LogHandler* h : registered)
+            Logger::instance().removeHandler(h);
+        Logger::resetTestMode();
+        Logger::instance().setLevel(LogLevel::Info);
+    }
+    void add(LogHandler* h)
+    {
+        registered.push_back(h);
+        Logger::instance().addHandler(h);
+    }
+    std::vector<LogHandler*> registered;
+};
+
+std::string readFile(const std::string& path)
+{
+    std::ifstream in(path);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+} // namespace
+
+TEST(LogLevel, NamesAndOrder)
+{
+    EXPECT_STREQ(LogLevel(LogLevel::Off).getLevelName(), "Off");
+    EXPECT_STREQ(LogLevel::getLevelName(LogLevel::Warning), "Warning");
+    EXPECT_STREQ(LogLevel::getLevelName(LogLevel::All), "All");
+    EXPECT_STREQ(LogLevel::getLevelName(3), "Unknown Level");
+    EXPECT_STREQ(LogLevel::getLevelName(-1), "Unknown Level");
+    EXPECT_LT(LogLevel(LogLevel::Fatal), LogLevel(LogLevel::Trace));
+    EXPECT_EQ(LogLevel(LogLevel::All).value(), 2147483647);
+}
+
+TEST_F(LoggerTest, NoHandlerNoOutput)
+{
+    CaptureConsole console;
+    tavLogFatal("nobody listens");
+    EXPECT_EQ(console.out.str() + console.err.str(), "");
+}
+
+TEST_F(LoggerTest, ThresholdAndOffAreApplied)
+{
+    CaptureConsole console;
+    ConsoleLogHandler handler;
+    add(&handler);
+    tavLogFatal("f%d", 1);
+    tavLogError("e");
+    tavLogWarning("w");
+    tavLogInfo("i %s", "x");
+    tavLogDebug("d");
+    tavLogTrace("t");
+    tavLog(LogLevel::Off, "off");
+    EXPECT_EQ(console.err.str(), "[Fatal] f1\n[Error] e\n[Warning] w\n");
+    EXPECT_EQ(console.out.str(), "[Info] i x\n");
+
+    handler.setLevel(LogLevel::Debug);
+    EXPECT_EQ(Logger::instance().getLevel(), LogLevel(LogLevel::Debug));
+    tavLogDebug("now d");
+    tavLogTrace("still not t");
+    EXPECT_EQ(console.out.str(), "[Info] i x\n[Debug] now d\n");
+}
+
+TEST_F(LoggerTest, OffIsNeverOfferedEvenToATakeAllHandler)
+{
+    RecordingHandler recorder;
+    add(&recorder);
+    Logger::instance().publish(LogLevel::Off, "off");
+    Logger::instance().publish(LogLevel::Trace, "trace");
+    EXPECT_EQ(recorder.lines, std::vector<std::string>{"[Trace] trace\n"});
+}
+
+TEST_F(LoggerTest, AddingTwiceDeliversOnce)
+{
+    RecordingHandler recorder;
+    add(&recorder);
+    Logger::instance().addHandler(&recorder);
+    tavLogError("once");
+    EXPECT_EQ(recorder.lines.size(), 1u);
+    Logger::instance().removeHandler(&recorder);
+    Logger::instance().removeHandler(&recorder);
+    tavLogError("gone");
+    EXPECT_EQ(recorder.lines.size(), 1u);
+}
+
+TEST_F(LoggerTest, NullHandlersAreRefused)
+{
+    try {
+        Logger::instance().addHandler(nullptr);
+        FAIL() << "nothing thrown";
+    } catch (const Exception& e) {
+        EXPECT_NE(std::string(e.what()).find("Failed to register null LogHandler"), std::string::npos) << e.what();
+    }
+    try {
+        Logger::instance().removeHandler(nullptr);
+        FAIL() << "nothing thrown";
+    } catch (const Exception& e) {
+        EXPECT_NE(std::string(e.what()).find("Failed to remove null LogHandler"), std::string::npos) << e.what();
+    }
+}
+
+TEST_F(LoggerTest, LongMessagesAreCutToTheBuffer)
+{
+    RecordingHandler recorder;
+    add(&recorder);
+    const std::string text(5000, 'x');
+    tavLogError("%s", text.c_str());
+    ASSERT_EQ(recorder.lines.size(), 1u);
+    EXPECT_EQ(recorder.lines[0], "[Error] " + std::string(4095, 'x') + "\n");
+}
+
+TEST_F(LoggerTest, TestModeKeepsOneConsoleHandler)
+{
+    CaptureConsole console;
+    Logger::setTestMode();
+    Logger::setTestMode();
+    tavLogInfo("one");
+    Logger::resetTestMode();
+    tavLogInfo("none");
+    Logger::setTestMode();
+    tavLogInfo("again");
+    EXPECT_EQ(console.out.str(), "[Info] one\n[Info] again\n");
+}
+
+TEST_F(LoggerTest, FileHandlerWritesTheProcessLog)
+{
+    const std::string expected = "/tmp/tavLog." + std::to_string(::getpid());
+    {
+        FileLogHandler handler;
+        EXPECT_EQ(handler.getPath(), expected);
+        add(&handler);
+        tavLogWarning("to the %s", "file");
+        tavLogDebug("below threshold");
+        // Flushed per record: readable before the handler goes.
+        EXPECT_EQ(readFile(expected), "[Warning] to the file\n");
+        Logger::instance().removeHandler(&handler);
+        registered.clear();
+    }
+    {
+        FileLogHandler truncating;
+        EXPECT_EQ(readFile(expected), "");
+    }
+    std::filesystem::remove(expected);
+}
+
+TEST_F(LoggerTest, HandlersOwnTheirFormatterAndFilter)
+{
+    struct CountingFilter : LogFilter {
+        int* alive;
+        explicit CountingFilter(int* a) : alive(a) { ++*alive; }
+        ~CountingFilter() override { --*alive; }
+        bool isLoggable(const LogRecord&) override { return false; }
+    };
+    int alive = 0;
+    {
+        CaptureConsole console;
+        ConsoleLogHandler handler;
+        handler.setFilter(new CountingFilter(&alive));
+        handler.setFilter(new CountingFilter(&alive));
+        EXPECT_EQ(alive, 1);
+        add(&handler);
+        tavLogFatal("filtered out");
+        EXPECT_EQ(console.err.str(), "");
+        Logger::instance().removeHandler(&handler);
+        registered.clear();
+    }
+    EXPECT_EQ(alive, 0);
+}
