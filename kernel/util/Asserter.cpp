@@ -29,8 +29,6 @@ std::string located(const char* head, const char* file, int line, const char* ex
 
 } // namespace
 
-Asserter::~Asserter() = default;
-
 void Asserter::raise(const char* file, int line, const char* expression) const
 {
     throw Exception(located("Assertion failed", file, line, expression));
