@@ -174,6 +174,23 @@ TEST_F(LoggerTest, FileHandlerWritesTheProcessLog)
     std::filesystem::remove(expected);
 }
 
+TEST_F(LoggerTest, UnopenableFileMakesWritesNoOps)
+{
+    // A directory in the file's place makes the open fail.
+    const std::filesystem::path path = "/tmp/tavLog." + std::to_string(::getpid());
+    std::filesystem::create_directory(path);
+    {
+        FileLogHandler handler;
+        add(&handler);
+        EXPECT_NO_THROW(tavLogError("lost"));
+        Logger::instance().removeHandler(&handler);
+        registered.clear();
+    }
+    EXPECT_TRUE(std::filesystem::is_directory(path));
+    EXPECT_TRUE(std::filesystem::is_empty(path));
+    std::filesystem::remove(path);
+}
+
 TEST_F(LoggerTest, HandlersOwnTheirFormatterAndFilter)
 {
     struct CountingFilter : LogFilter {
