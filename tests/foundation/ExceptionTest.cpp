@@ -21,6 +21,12 @@ struct VerboseGuard {
     bool previous;
 };
 
+__attribute__((noinline)) void buildElsewhere()
+{
+    const Exception newest("newest");
+    asm volatile("" ::: "memory");
+}
+
 } // namespace
 
 TEST(Exception, IdsOfEachConstructor)
@@ -89,10 +95,11 @@ TEST(Exception, CopiesShareOneTraceFormattedOnce)
 TEST(Exception, LastTraceIsThatOfTheNewestException)
 {
     const Exception older("older");
-    [] { const Exception newest("newest"); }();
+    buildElsewhere();
     const std::string last = getLastExceptionStackTrace();
     EXPECT_FALSE(last.empty());
     EXPECT_NE(last, older.GetStackTrace());
+    EXPECT_NE(last.find("buildElsewhere"), std::string::npos) << last;
 }
 
 TEST(Exception, VerboseFlagAddsTheTrace)

@@ -26,14 +26,16 @@ void noteAndRegisterMore(void* name)
     BRIX::ModuleObjectDeleter::registerForCleanup(&note, const_cast<char*>("registered while cleaning"));
 }
 
-int deepTrace(int depth, std::string& trace)
+__attribute__((noinline)) int deepTrace(int depth, std::string& trace)
 {
     if (depth == 0) {
         trace = TAV::Exception("deep").GetStackTrace();
         return 0;
     }
-    // The addition after the call keeps the frame from being a tail call.
-    return deepTrace(depth - 1, trace) + 1;
+    const int result = deepTrace(depth - 1, trace);
+    // Keeps the optimiser from turning the recursion into a loop.
+    asm volatile("" ::: "memory");
+    return result + 1;
 }
 
 } // namespace
