@@ -15,3 +15,17 @@ endif()
 if(TAV_BUILD_BENCH)
     find_package(benchmark CONFIG REQUIRED)
 endif()
+
+# Boost.Stacktrace's libbacktrace backend names functions, files and lines;
+# it needs backtrace.h, which only GCC's private include directory holds.
+# Copying the one header keeps GCC's other private headers away from Clang.
+file(GLOB TAV_BACKTRACE_HEADER /usr/lib/gcc/${CMAKE_LIBRARY_ARCHITECTURE}/*/include/backtrace.h)
+if(NOT TAV_BACKTRACE_HEADER)
+    message(FATAL_ERROR "backtrace.h of GCC's libbacktrace not found")
+endif()
+list(GET TAV_BACKTRACE_HEADER -1 TAV_BACKTRACE_HEADER)
+configure_file(${TAV_BACKTRACE_HEADER} ${PROJECT_BINARY_DIR}/backtrace/include/backtrace.h COPYONLY)
+add_library(tav_backtrace INTERFACE)
+target_include_directories(tav_backtrace SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/backtrace/include)
+target_compile_definitions(tav_backtrace INTERFACE BOOST_STACKTRACE_USE_BACKTRACE)
+target_link_libraries(tav_backtrace INTERFACE Boost::stacktrace_backtrace backtrace)
