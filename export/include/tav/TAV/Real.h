@@ -1,0 +1,24 @@
+#pragma once
+
+#include <tav/Export.h>
+
+#include <cstdint>
+
+namespace TAV {
+
+class Real {
+public:
+    Real() = default;
+    Real(double value) : fValue(value) {}
+    operator double() const { return fValue; }
+    double value() const { return fValue; }
+
+    friend bool operator==(Real a, Real b) { return a.fValue == b.fValue; }
+    friend bool operator!=(Real a, Real b) { return a.fValue != b.fValue; }
+    friend bool operator<(Real a, Real b) { return a.fValue < b.fValue; }
+
+private:
+    double fValue = 0.0;
+};
+
+} // namespace TAV

@@ -1,0 +1,130 @@
+#include "kernel/deviant/DeviantInternal.h"
+
+#include <tav/TAV/NSInterface/ObjectIntf.h>
+#include <tav/kernel/deviant/Deviations.h>
+
+namespace TAV {
+
+using NSInterface::ObjectIntf;
+
+namespace {
+
+constexpr char kInternalMessage[] = "Internal assertion without a message detected! Please fix me asap";
+
+bool undoRecords(Deviant d)
+{
+    return d.hasUndoStack() && d.isWithinTransaction();
+}
+
+} // namespace
+
+Deviant Deviations::normalise(Deviant d, Deviant objectRoot) const
+{
+    if (!d.isValid())
+        DeviantAssertions::internalAssertAlways("object accessed after its deviant has been removed");
+    DeviantAssertions::internalAssert(!objectRoot.isNull() && objectRoot.getDeviantId() == 0, kInternalMessage);
+    if (objectRoot.isNull())
+        return Deviant();
+    // A deviant of another model acts on root of this object's model.
+    if (d != objectRoot && d.getRootDeviant() != objectRoot)
+        return objectRoot;
+    return d;
+}
+
+ObjectIntf* Deviations::ownState(Deviant d) const
+{
+    return d.getDeviantId() == 0 ? rootState : internal::lookupState(d.impl(), owner);
+}
+
+// What a deviant without a state of its own sees: root as it was before
+// root's open transaction, so named deviants never see uncommitted changes.
+ObjectIntf* Deviations::readThrough(Deviant d, Deviant root) const
+{
+    ObjectIntf* const saved = internal::savedOldState(root.impl(), owner);
+    if (Deviant::isRealState(saved))
+        return saved;
+    ObjectIntf* const base = saved == Deviant::InvalidObject ? saved : rootState;
+    if (!Deviant::isRealState(base))
+        d.assertObjectNotPresentInDeviant(owner);
+    return base;
+}
+
+ObjectIntf* Deviations::readSlow(Deviant d, Deviant objectRoot) const
+{
+    if (rootState == Deviant::ModelDestroyed) {
+        DeviantAssertions::internalAssertAlways("object accessed after its model has been destroyed");
+        return rootState;
+    }
+    Deviant const dv = normalise(d, objectRoot);
+    if (dv.isNull())
+        return rootState;
+    ObjectIntf* const state = ownState(dv);
+    if (Deviant::isRealState(state) || state == Deviant::ModelDestroyed)
+        return state;
+    if (state == Deviant::InvalidObject) {
+        dv.assertObjectNotPresentInDeviant(owner);
+        return state;
+    }
+    return readThrough(dv, objectRoot);
+}
+
+ObjectIntf* Deviations::write(Deviant d, Deviant objectRoot, StateFactory const& factory)
+{
+    if (rootState == Deviant::ModelDestroyed) {
+        DeviantAssertions::internalAssertAlways("object accessed after its model has been destroyed");
+        return rootState;
+    }
+    Deviant const dv = normalise(d, objectRoot);
+    if (dv.isNull())
+        return rootState;
+    if (DeviantAssertions::sAssertionsEnabled)
+        dv.internal_assertWritable(owner);
+
+    ObjectIntf* const state = ownState(dv);
+    if (state == nullptr || state == Deviant::FallbackToRoot) {
+        ObjectIntf* const base = readThrough(dv, objectRoot);
+        if (!Deviant::isRealState(base))
+            return base;
+        ObjectIntf* const copy = copyState(dv, base, objectRoot, factory);
+        if (dv.getDeviantId() == 0)
+            rootState = copy;
+        else
+            dv.impl()->objectsDeviating->insert(owner, copy);
+        if (undoRecords(dv) && !internal::savedOldState(dv.impl(), owner))
+            internal::saveOldState(dv.impl(), owner, state);
+        return copy;
+    }
+    if (state == Deviant::InvalidObject) {
+        dv.assertObjectNotPresentInDeviant(owner);
+        return state;
+    }
+    // The live state changes in place; the change set keeps a copy, once.
+    if (undoRecords(dv) && !internal::savedOldState(dv.impl(), owner))
+        internal::saveOldState(dv.impl(), owner, copyState(dv, state, dv, factory));
+    return state;
+}
+
+ObjectIntf* Deviations::slot(Deviant d, Deviant objectRoot) const
+{
+    if (objectRoot.isNull())
+        return rootState;
+    if (d != objectRoot && d.getRootDeviant() != objectRoot)
+        d = objectRoot;
+    return ownState(d);
+}
+
+ObjectIntf* Deviations::copyState(Deviant d, ObjectIntf* source, Deviant sourceDeviant, StateFactory const& factory)
+{
+    if (!Deviant::isRealState(source))
+        return source;
+    ObjectIntf* const copy = d.getDeviantId() == 0 ? factory.createRoot(d) : factory.createNamed(d);
+    try {
+        copy->internal_deviationAssign(d, source, sourceDeviant);
+    } catch (...) {
+        delete copy;
+        throw;
+    }
+    return copy;
+}
+
+} // namespace TAV
