@@ -186,7 +186,11 @@ class Emitter:
         for c, op in write:
             n.append(self.handle_def(cls, M, c, op, src, True))
         n.append("} // namespace TAV\n")
-        self.files[f"export/include/tav/TAV/detail/{cls.name}_hinl.h"] = "\n".join(n)
+        # Handles this one hands out are usable at once: their inline bodies come along.
+        # Included last, so that a cycle finds this file's definitions already made.
+        for t in sorted(self.handle_types_in([op for _, op in read + write]) - {cls.name}):
+            n.append(f"#include <tav/TAV/detail/{t}_hinl.h>")
+        self.files[f"export/include/tav/TAV/detail/{cls.name}_hinl.h"] = "\n".join(n) + "\n"
 
         self.files[f"export/include/tav/TAV/{handle_header(cls)}"] = (
             f"{self.banner}#pragma once\n\n#include <tav/TAV/detail/{cls.name}_hdecl.h>\n"
@@ -638,6 +642,12 @@ Integer {Impl}::getObjectIndex(Deviant) const
                 "void deviant_commitTransientState(Deviant aDeviant) override;",
                 "void internal_setDeviation(Deviant aDeviant, NSInterface::ObjectIntf* aState) override;",
                 "void internal_destroyDeviation(Deviant aDeviant) override;",
+                "bool deviant_isValid(Deviant aDeviant) override;",
+                "NSInterface::ObjectIntf* deviant_getCopyOfDeviation(Deviant aDeviant) override;",
+                "NSInterface::ObjectIntf* internal_getDeviation(Deviant aDeviant) override;",
+                "NSInterface::ObjectIntf* internal_createDeviation(Deviant aDeviant) override;",
+                "Deviant getRootDeviant() const override;",
+                "String getKestName(bool aImmutable) const override;",
                 "String toString(Deviant aDeviant) const override;",
                 "Object getDefaultValue(Deviant aDeviant) const override;",
                 "ImmutableType getMetaType(Deviant aDeviant) const override;", ""]
@@ -706,6 +716,14 @@ Integer {Impl}::getObjectIndex(Deviant) const
                           ("internal_setDeviation", "Deviant, NSInterface::ObjectIntf*"),
                           ("internal_destroyDeviation", "Deviant")]:
             s.append(f"void {St}::{name}({sig})\n{{\n    family::shouldNotBeHit(\"{src}\", __LINE__);\n}}\n")
+        for ret, name, sig in [("bool", "deviant_isValid", "Deviant"),
+                               ("NSInterface::ObjectIntf*", "deviant_getCopyOfDeviation", "Deviant"),
+                               ("NSInterface::ObjectIntf*", "internal_getDeviation", "Deviant"),
+                               ("NSInterface::ObjectIntf*", "internal_createDeviation", "Deviant")]:
+            s.append(f"{ret} {St}::{name}({sig})\n{{\n    return {{}};\n}}\n")
+        s.append(f"Deviant {St}::getRootDeviant() const\n{{\n    return Deviant();\n}}\n")
+        s.append(f"String {St}::getKestName(bool aImmutable) const\n{{\n"
+                 f"    return aImmutable ? String(\"TAV.Immutable{cls.name}\") : String(\"TAV.{cls.name}\");\n}}\n")
         s.append(f"String {St}::toString(Deviant) const\n{{\n    return String();\n}}\n")
         s.append(f"Object {St}::getDefaultValue(Deviant) const\n{{\n    family::shouldNotBeHit(\"{src}\", __LINE__);\n}}\n")
         s.append(f"ImmutableType {St}::getMetaType(Deviant) const\n{{\n    family::shouldNotBeHit(\"{src}\", __LINE__);\n}}\n")
