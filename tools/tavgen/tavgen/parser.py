@@ -232,6 +232,9 @@ def _resolve(mm: Metamodel) -> None:
     frames = [t for t in mm.classes if t.frame]
     if len(frames) > 1:
         fail(frames[1].line, "more than one class marked 'frame'")
+    if frames and frames[0].name != "ClassObject":
+        # The hand-written runtime knows the frame as ClassObjectIntf.
+        fail(frames[0].line, f"the frame class must be named 'ClassObject', not '{frames[0].name}'")
     for t in mm.classes:
         names = {}
         for expected, p in enumerate(t.props, start=1):

@@ -296,7 +296,8 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
 
     if p.is_container_end:
         pl = PropPlan(p, "container_end", upkeep=upkeep)
-        get = Op(f"get{U}", H, [D], True, logic=f"return {H}(getContainerTAV(aDeviant));")
+        slot = next(q for q in p.subset_closure() if q.is_container_slot).upper_name
+        get = Op(f"get{U}", H, [D], True, logic=f"return {H}(get{slot}(aDeviant));")
         if p.derived or p.readonly:
             pl.ops = [Op(f"has{U}", "bool", [D], True,
                          logic=f"return get{U}(aDeviant).internal_intf() != nullptr;"), get]
@@ -318,31 +319,31 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
             ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic=(
                 f"{H} current = get{U}(aDeviant);\n"
                 f"if (!current.internal_intf())\n    return;\n" + drop +
-                f"removeOnlyContainerTAV(aDeviant);")))
+                f"removeOnly{slot}(aDeviant);")))
         else:
             ops.append(Op(f"has{U}", "bool", [D], True, logic="(void)aDeviant;\nreturn true;"))
             ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic="(void)aDeviant;"))
         ops.append(Op(f"set{U}", "void", [D, (f"{H} const&", "aValue")], False, mutating=True, logic=(
             cross +
-            f"if (hasContainerTAV(aDeviant) && get{U}(aDeviant) == aValue)\n    return;\n"
+            f"if (has{slot}(aDeviant) && get{U}(aDeviant) == aValue)\n    return;\n"
             f"setOnly{U}(aDeviant, aValue);\n" + push)))
         ops.append(get)
         if optional:
             ops.append(Op(f"removeOnly{U}", "void", [D], False, mutating=True, logic=(
                 f"if (!has{U}(aDeviant))\n    return;\n"
-                f"removeOnlyContainerTAV(aDeviant);")))
+                f"removeOnly{slot}(aDeviant);")))
         else:
             ops.append(Op(f"removeOnly{U}", "void", [D], False, mutating=True, logic="(void)aDeviant;"))
         ops.append(Op(f"setOnly{U}", "void", [D, (f"{H} const&", "aValue")], False, mutating=True, logic=(
             cross +
             f"if (!aValue.internal_intf()) {{\n"
-            f"    removeOnlyContainerTAV(aDeviant);\n    return;\n}}\n"
+            f"    removeOnly{slot}(aDeviant);\n    return;\n}}\n"
             f"{H} current = get{U}(aDeviant);\n"
             f"if (current.internal_intf()) {{\n"
             f"    if (current == aValue)\n        return;\n" +
             "".join("    " + l + "\n" for l in drop.splitlines()) +
             f"}}\n"
-            f"setOnlyContainerTAV(aDeviant, ImmutableClassObject(aValue));")))
+            f"setOnly{slot}(aDeviant, ImmutableClassObject(aValue));")))
         pl.ops = ops
         return pl
     if stored_by_redefinition(p):
