@@ -17,9 +17,17 @@ public:
     std::uint32_t value() const { return fValue; }
     bool isUnlimited() const { return fValue == kUnlimited; }
 
+    // Mixed forms too: otherwise comparing with a raw value is ambiguous
+    // between these and the built-in operator reached by conversion.
     friend bool operator==(UnlimitedNatural a, UnlimitedNatural b) { return a.fValue == b.fValue; }
+    friend bool operator==(UnlimitedNatural a, std::uint32_t b) { return a.fValue == b; }
+    friend bool operator==(std::uint32_t a, UnlimitedNatural b) { return a == b.fValue; }
     friend bool operator!=(UnlimitedNatural a, UnlimitedNatural b) { return a.fValue != b.fValue; }
+    friend bool operator!=(UnlimitedNatural a, std::uint32_t b) { return a.fValue != b; }
+    friend bool operator!=(std::uint32_t a, UnlimitedNatural b) { return a != b.fValue; }
     friend bool operator<(UnlimitedNatural a, UnlimitedNatural b) { return a.fValue < b.fValue; }
+    friend bool operator<(UnlimitedNatural a, std::uint32_t b) { return a.fValue < b; }
+    friend bool operator<(std::uint32_t a, UnlimitedNatural b) { return a < b.fValue; }
 
 private:
     std::uint32_t fValue = 0;

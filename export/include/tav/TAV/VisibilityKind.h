@@ -18,9 +18,17 @@ public:
     // False, and this value unchanged, for an unknown literal.
     bool fromString(std::string const& name) { return EnumerationValue::fromString(getLiterals(), name, fValue); }
 
+    // Mixed forms too: otherwise comparing with a raw value is ambiguous
+    // between these and the built-in operator reached by conversion.
     friend bool operator==(VisibilityKind a, VisibilityKind b) { return a.fValue == b.fValue; }
+    friend bool operator==(VisibilityKind a, int b) { return a.fValue == b; }
+    friend bool operator==(int a, VisibilityKind b) { return a == b.fValue; }
     friend bool operator!=(VisibilityKind a, VisibilityKind b) { return a.fValue != b.fValue; }
+    friend bool operator!=(VisibilityKind a, int b) { return a.fValue != b; }
+    friend bool operator!=(int a, VisibilityKind b) { return a != b.fValue; }
     friend bool operator<(VisibilityKind a, VisibilityKind b) { return a.fValue < b.fValue; }
+    friend bool operator<(VisibilityKind a, int b) { return a.fValue < b; }
+    friend bool operator<(int a, VisibilityKind b) { return a < b.fValue; }
 
 private:
     int fValue = 0;
