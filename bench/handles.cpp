@@ -22,6 +22,12 @@ namespace {
 // Every allocation of the process passes here, the library's included.
 long gAllocations = 0;
 
+// Out of line, so that the compiler does not pair our new with the free inside.
+[[gnu::noinline]] void release(void* p) noexcept
+{
+    std::free(p);
+}
+
 } // namespace
 
 void* operator new(std::size_t size)
@@ -33,11 +39,11 @@ void* operator new(std::size_t size)
 }
 void operator delete(void* p) noexcept
 {
-    std::free(p);
+    release(p);
 }
 void operator delete(void* p, std::size_t) noexcept
 {
-    std::free(p);
+    release(p);
 }
 
 namespace {
