@@ -27,7 +27,16 @@ protected:
     Deviant named = manager.createDeviantWithName("named");
 
     static void open(Deviant d) { d.impl()->transactionDepth += 1; }
-    static void close(Deviant d) { d.impl()->transactionDepth -= 1; }
+    // Leaving the outermost level drops the saved old states, as a commit without history does.
+    static void close(Deviant d)
+    {
+        internal::DeviantImpl* impl = d.impl();
+        if (--impl->transactionDepth > 0)
+            return;
+        for (ChangeMap::Entry const& entry : impl->current.oldStates)
+            entry.object->deviant_destroyState(entry.state);
+        impl->current.oldStates.clear();
+    }
 
     template <class Impl>
     static Impl* make(Deviant aRoot)
