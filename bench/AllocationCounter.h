@@ -24,12 +24,20 @@ void countAllocations(benchmark::State& state, F&& body)
 }
 } // namespace tavbench
 
-void* operator new(std::size_t size)
+// Kept out of line, like the deletes below: inlined into a caller, GCC would
+// pair malloc with operator delete (or new with free) and warn of a mismatch.
+__attribute__((noinline)) void* operator new(std::size_t size)
 {
     ++tavbench::gAllocations;
     if (void* p = std::malloc(size ? size : 1))
         return p;
     throw std::bad_alloc();
 }
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
+__attribute__((noinline)) void operator delete(void* p) noexcept
+{
+    std::free(p);
+}
+__attribute__((noinline)) void operator delete(void* p, std::size_t) noexcept
+{
+    std::free(p);
+}

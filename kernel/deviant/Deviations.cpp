@@ -1,6 +1,7 @@
 #include "kernel/deviant/DeviantInternal.h"
 
 #include <tav/TAV/NSInterface/ObjectIntf.h>
+#include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/deviant/Deviations.h>
 
 namespace TAV {
@@ -13,27 +14,35 @@ constexpr char kInternalMessage[] = "Internal assertion without a message detect
 
 bool undoRecords(Deviant d)
 {
-    return d.hasUndoStack() && d.isWithinTransaction();
+    return d.impl()->maximumUndoLength >= 1 && d.impl()->transactionDepth >= 1;
 }
 
 } // namespace
 
+// Works on the implementations directly: this runs on every named-deviant
+// access, and each exported Deviant call would be a call through the PLT.
 Deviant Deviations::normalise(Deviant d, Deviant objectRoot) const
 {
-    if (!d.isValid())
+    internal::DeviantImpl const* const given = d.impl();
+    if (given && given->removed)
         DeviantAssertions::internalAssertAlways("object accessed after its deviant has been removed");
-    DeviantAssertions::internalAssert(!objectRoot.isNull() && objectRoot.getDeviantId() == 0, kInternalMessage);
-    if (objectRoot.isNull())
-        return Deviant();
+    internal::DeviantImpl const* const root = objectRoot.impl();
+    if (!root || root->id != 0) {
+        DeviantAssertions::internalAssert(false, kInternalMessage);
+        if (!root)
+            return Deviant();
+    }
+    if (given == root)
+        return d;
+    internal::DeviantImpl const* const givenRoot =
+        !given ? nullptr : given->manager ? given->manager->getRoot().impl() : given->id == 0 ? given : nullptr;
     // A deviant of another model acts on root of this object's model.
-    if (d != objectRoot && d.getRootDeviant() != objectRoot)
-        return objectRoot;
-    return d;
+    return givenRoot == root ? d : objectRoot;
 }
 
 ObjectIntf* Deviations::ownState(Deviant d) const
 {
-    return d.getDeviantId() == 0 ? rootState : internal::lookupState(d.impl(), owner);
+    return d.impl()->id == 0 ? rootState : internal::lookupState(d.impl(), owner);
 }
 
 // What a deviant without a state of its own sees: root as it was before
@@ -110,7 +119,7 @@ ObjectIntf* Deviations::slot(Deviant d, Deviant objectRoot) const
         return rootState;
     if (d != objectRoot && d.getRootDeviant() != objectRoot)
         d = objectRoot;
-    return ownState(d);
+    return d.getDeviantId() == 0 ? rootState : internal::lookupState(d.impl(), owner);
 }
 
 ObjectIntf* Deviations::copyState(Deviant d, ObjectIntf* source, Deviant sourceDeviant, StateFactory const& factory)

@@ -28,6 +28,7 @@ public:
     void setModel(NSInterface::ModelIntf* aModel) { fModel = aModel; }
     NSInterface::ModelIntf* getModel() const { return fModel; }
     Deviant getRoot() const { return Deviant(fRoot); }
+    DeviantManagerHelper* getHelper() const { return fHelper; }
 
     // Creating a name twice returns the existing deviant.
     Deviant createDeviantWithName(std::string const& name);
