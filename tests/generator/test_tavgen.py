@@ -126,6 +126,32 @@ class KernelDescription(unittest.TestCase):
         self.assertNotIn(("ClassObject", "containerTAV"), ends)
 
 
+class KernelEmission(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.files = Emitter(parse_file(KERNEL), "TAV.tavmeta").run()
+
+    def test_one_family_per_metaclass(self):
+        impls = [n for n in self.files if n.startswith("kernel/TAV/NSImplementation/") and n.endswith("Impl.h")
+                 and "/NSDeviant/" not in n]
+        self.assertEqual(len(impls), 27)
+        self.assertIn("export/include/tav/TAV/MPackage_h.h", self.files)
+        self.assertNotIn("export/include/tav/TAV/Package_h.h", self.files)
+        self.assertEqual(len([n for n in self.files if n.endswith("MetaRegistry.cpp")]), 46)
+
+    def test_metaclass_slots(self):
+        self.assertIn("NSInterface::StereotypeIntf** staticGetDynamicStereotypeObjectMeta()",
+                      self.files["kernel/TAV/NSMetaRegistry/DynamicStereotypeObjectMetaRegistry.cpp"])
+        self.assertIn("NSInterface::ClassIntf** staticGetPropertyMeta()",
+                      self.files["kernel/TAV/NSMetaRegistry/PropertyMetaRegistry.cpp"])
+
+    def test_transient_rows_are_marked(self):
+        # The cross-model check lets transient ends through, by this field.
+        src = self.files["kernel/TAV/NSMetaRegistry/ClassMetaRegistry.cpp"]
+        row = src[src.index("sClass_subClass = {"):]
+        self.assertIn("0, 0, 4294967295u, 1, 3u,", row[:row.index("};")].replace("0xFFFFFFFFu", "4294967295u"))
+
+
 class Emission(unittest.TestCase):
     @classmethod
     def setUpClass(cls):

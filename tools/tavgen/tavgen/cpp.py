@@ -781,7 +781,7 @@ Integer {St}::getObjectIndex(Deviant) const
         getter = f"get_{pk}_PackageIntrospectiveMethods"
         s = [self.banner, f"#include <tav/TAV/NSInterface/{X}.h>", "#include <tav/kernel/util/IntrospectiveMethods.h>",
              "\nnamespace TAV {\n", f"PackageIntrospectiveMethods* {getter}();\n",
-             "namespace NSInterface {\nclass ClassIntf;\n}\n",
+             "namespace NSInterface {\nclass ClassIntf;\nclass StereotypeIntf;\n}\n",
              "namespace NSImplementation {\n"]
         for p in cls.props:
             refs = []
@@ -821,10 +821,11 @@ Integer {St}::getObjectIndex(Deviant) const
         s.append(f"// Entry i is the row with id i.\nstatic MetaPropertyDescription* s{cls.name}_table[{len(cls.props) + 1}] = {{{rows}}};\n")
         sup = ", ".join([f"{{&{getter}, {b.index}u}}" for b in cls.bases] + ["{nullptr, 0u}"])
         s.append(f"static MetaClassRef const s{cls.name}_superClasses[] = {{{sup}}};\n")
+        meta = "StereotypeIntf" if cls.stereotype else "ClassIntf"
         s.append(f"// The slot of the metaclass object; null until the meta-registry builds it.\n"
-                 f"TAV_EXPORT NSInterface::ClassIntf** staticGet{cls.name}Meta();\n"
-                 f"NSInterface::ClassIntf** staticGet{cls.name}Meta()\n{{\n"
-                 f"    static NSInterface::ClassIntf* slot = nullptr;\n    return &slot;\n}}\n")
+                 f"TAV_EXPORT NSInterface::{meta}** staticGet{cls.name}Meta();\n"
+                 f"NSInterface::{meta}** staticGet{cls.name}Meta()\n{{\n"
+                 f"    static NSInterface::{meta}* slot = nullptr;\n    return &slot;\n}}\n")
         s.append("} // namespace NSImplementation\n")
         s.append(f"extern PackageIntrospectiveMethods s{pk}PackageIntrospectiveMethods;\n")
         s.append(f"// The reflective functions come with reflection; until then they are null.\n"

@@ -154,6 +154,7 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
         if not p.is_reference:
             return PropPlan(p, "value_list", deferred="multi-valued primitive: sequences milestone")
         pl = PropPlan(p, "list")
+        pl.ops.extend(sequence_ops(p))
         fname = f"f{U}"
         pl.field = Field("RawRefList", fname, "")
         pl.ops.append(Op(f"internal_raw{plural(U)}", "RawRefList const*", [D], True, logic=(
@@ -349,6 +350,15 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
     if stored_by_redefinition(p):
         return PropPlan(p, "redefinition", deferred="served by the redefined property")
     return PropPlan(p, "derived", deferred="derived: hand-maintained semantics")
+
+
+def sequence_ops(p: Prop) -> List[Op]:
+    """Where getPs and getPsWithoutAssociation go, in the property's place of the interface.
+
+    They wrap the raw list (`internal_rawPs`) into typed sequences and come with the sequence
+    containers; until then nothing is emitted rather than something that only looks like them.
+    """
+    return []
 
 
 def frame_ops() -> List[Op]:
