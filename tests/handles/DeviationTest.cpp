@@ -84,7 +84,7 @@ TEST_F(FamilyTest, RootCommitKeepsNamedDeviantsOnTheOldState)
     p.setName("before");
     close(root);
     Property inNamed(p.internal_intf(), named);
-    Deviant second = manager.createDeviantWithName("second");
+    Deviant second = beta;
     Property inSecond(p.internal_intf(), second);
     open(second);
     inSecond.setName("own");

@@ -1,7 +1,6 @@
 #pragma once
 
-// Objects of generated metaclasses without a model: a deviant manager with
-// root and one named deviant, transactions opened by their depth alone.
+// Objects of generated metaclasses on the model-less deviant fixture.
 
 #include "kernel/TAV/NSImplementation/AssociationImpl.h"
 #include "kernel/TAV/NSImplementation/ClassImpl.h"
@@ -15,28 +14,19 @@
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/util/Exception.h>
 
+#include "support/DeviantFixture.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace TAV::test {
 
-class FamilyTest : public ::testing::Test {
+class FamilyTest : public tavtest::DeviantFixture {
 protected:
-    DeviantManager manager;
-    Deviant root = manager.getRoot();
-    Deviant named = manager.createDeviantWithName("named");
+    Deviant named = alpha;
 
-    static void open(Deviant d) { d.impl()->transactionDepth += 1; }
-    // Leaving the outermost level drops the saved old states, as a commit without history does.
-    static void close(Deviant d)
-    {
-        internal::DeviantImpl* impl = d.impl();
-        if (--impl->transactionDepth > 0)
-            return;
-        for (ChangeMap::Entry const& entry : impl->current.oldStates)
-            entry.object->deviant_destroyState(entry.state);
-        impl->current.oldStates.clear();
-    }
+    static void open(Deviant d) { beginTransaction(d); }
+    static void close(Deviant d) { endTransaction(d); }
 
     template <class Impl>
     static Impl* make(Deviant aRoot)
