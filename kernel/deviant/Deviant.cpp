@@ -193,6 +193,13 @@ void Deviant::remove() const
     fImpl->removed = true;
 }
 
+void Deviant::addObjectToModel(ObjectIntf* object) const
+{
+    internalAssert(fImpl != nullptr, "addObjectToModel on null deviant.");
+    if (fImpl && fImpl->manager)
+        fImpl->manager->addObjectToModel(object);
+}
+
 void Deviant::markObjectCreated(ObjectIntf* object) const
 {
     internalAssert(fImpl != nullptr, "markObjectCreated on null deviant");

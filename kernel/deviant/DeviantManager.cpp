@@ -1,5 +1,6 @@
 #include "kernel/deviant/Raise.h"
 
+#include <tav/kernel/deviant/ClassObjectHooks.h>
 #include <tav/kernel/deviant/DeviantImpl.h>
 #include <tav/kernel/deviant/DeviantManager.h>
 
@@ -58,6 +59,15 @@ void DeviantManager::getDeviants(std::vector<Deviant>& out) const
     out.reserve(out.size() + fDeviants.size());
     for (auto const& [name, impl] : fDeviants)
         out.push_back(Deviant(impl));
+}
+
+void DeviantManager::addObjectToModel(NSInterface::ObjectIntf* object)
+{
+    auto const isModel = internal::classObjectHooks().isModel;
+    if (isModel && isModel(object))
+        internal::raise("Addition of model to model's object list", kSource, __LINE__);
+    if (!fObjects.insert(object).second)
+        internal::raise("Re-addition of object to model", kSource, __LINE__);
 }
 
 } // namespace TAV

@@ -251,6 +251,38 @@ TEST_F(DeviationsTest, NotificationsAreForRootOnly)
                 HasSubstr("notifyObjectHasBeenAdded on object already in changeset"));
 }
 
+TEST_F(DeviationsTest, ModelObjectListRefusesModelsAndDoubleEntries)
+{
+    Counter second(root, 21);
+    root.addObjectToModel(counter.get());
+    alpha.addObjectToModel(&second);
+    EXPECT_EQ(manager.objectCount(), 2u) << "every deviant enters into the one list of the model";
+    EXPECT_THAT(failureOf([&] { root.addObjectToModel(counter.get()); }), HasSubstr("Re-addition of object to model"));
+    EXPECT_THAT(failureOf([&] { Deviant().addObjectToModel(&second); }), HasSubstr("addObjectToModel on null deviant."));
+    manager.removeObjectFromModel(&second);
+    manager.removeObjectFromModel(&second);
+    EXPECT_FALSE(manager.containsObject(&second));
+
+    static ObjectIntf* sModel;
+    sModel = &second;
+    TAV::internal::classObjectHooks().isModel = [](ObjectIntf const* o) { return o == sModel; };
+    EXPECT_THAT(failureOf([&] { root.addObjectToModel(&second); }),
+                HasSubstr("Addition of model to model's object list"));
+}
+
+TEST_F(DeviationsTest, SlotReadsTheDeviantsOwnEntryWithoutReadingThrough)
+{
+    EXPECT_EQ(counter->deviations.slot(alpha, root), nullptr);
+    {
+        Transaction t(alpha);
+        counter->setValue(alpha, 3);
+    }
+    EXPECT_EQ(counter->deviations.slot(alpha, root), alpha.getStateOfObject(counter.get()));
+    TAV::DeviantManager otherModel;
+    EXPECT_EQ(counter->deviations.slot(otherModel.getRoot(), root), counter->deviations.rootState)
+        << "a foreign deviant reads the object's own root slot";
+}
+
 TEST_F(DeviationsTest, CrossModelLinksDependOnModelAndPersistence)
 {
     TAV::MetaPropertyDescription plain{};

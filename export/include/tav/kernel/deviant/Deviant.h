@@ -92,6 +92,9 @@ public:
     // Removes the deviant: its states go, its handles stay usable for isValid.
     void remove() const;
 
+    // Enters the object in the model's object list (the manager's).
+    void addObjectToModel(NSInterface::ObjectIntf* object) const;
+
     void markObjectCreated(NSInterface::ObjectIntf* object) const;
     void notifyObjectIsAboutToChange(NSInterface::ObjectIntf* object) const;
     void notifyObjectIsAboutToBeDeleted(NSInterface::ObjectIntf* object) const;

@@ -38,6 +38,13 @@ public:
     // Appends all deviants in name order, null entries included.
     void getDeviants(std::vector<Deviant>& out) const;
 
+    // The model's objects, uncounted. A model is never its own member.
+    void addObjectToModel(NSInterface::ObjectIntf* object);
+    // An absent object is ignored.
+    void removeObjectFromModel(NSInterface::ObjectIntf* object) { fObjects.erase(object); }
+    bool containsObject(NSInterface::ObjectIntf* object) const { return fObjects.contains(object); }
+    std::size_t objectCount() const { return fObjects.size(); }
+
 private:
     NSInterface::ModelIntf* fModel = nullptr;
     std::map<std::string, internal::DeviantImpl*> fDeviants;
