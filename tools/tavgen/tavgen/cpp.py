@@ -103,6 +103,7 @@ class Emitter:
                 self.emit_state(c)
         self.emit_package_table()
         self.emit_family_header()
+        self.emit_meta_slots_header()
         return self.files
 
     # -- handles -------------------------------------------------------------------------
@@ -155,8 +156,6 @@ class Emitter:
                 f"{M}(NSInterface::{X}* aObject, Deviant aDeviant);",
                 "template <class H>",
                 "    requires requires { typename H::MutableHandleTag; }",
-                f"explicit {M}(H const& aOther) : {I}(static_cast<ImmutableObject const&>(aOther)) {{}}"
-                if cls.bases else
                 f"explicit {M}(H const& aOther) : {I}(static_cast<ImmutableObject const&>(aOther)) {{}}"]
         for a in mm.ancestors(cls):
             body.append(f"operator {a.name}() const;")
@@ -779,10 +778,9 @@ Integer {St}::getObjectIndex(Deviant) const
         X = intf(cls)
         pk = self.mm.package
         getter = f"get_{pk}_PackageIntrospectiveMethods"
-        s = [self.banner, f"#include <tav/TAV/NSInterface/{X}.h>", "#include <tav/kernel/util/IntrospectiveMethods.h>",
-             "\nnamespace TAV {\n", f"PackageIntrospectiveMethods* {getter}();\n",
-             "namespace NSInterface {\nclass ClassIntf;\nclass StereotypeIntf;\n}\n",
-             "namespace NSImplementation {\n"]
+        s = [self.banner, f"#include \"kernel/TAV/NSMetaRegistry/{pk}MetaSlots.h\"",
+             f"#include <tav/TAV/NSInterface/{X}.h>", "#include <tav/kernel/util/IntrospectiveMethods.h>",
+             "\nnamespace TAV {\n", "namespace NSImplementation {\n"]
         for p in cls.props:
             refs = []
             for kind, lst in (("redefined", p.redefines), ("subsetted", p.subsets)):
@@ -823,7 +821,6 @@ Integer {St}::getObjectIndex(Deviant) const
         s.append(f"static MetaClassRef const s{cls.name}_superClasses[] = {{{sup}}};\n")
         meta = "StereotypeIntf" if cls.stereotype else "ClassIntf"
         s.append(f"// The slot of the metaclass object; null until the meta-registry builds it.\n"
-                 f"TAV_EXPORT NSInterface::{meta}** staticGet{cls.name}Meta();\n"
                  f"NSInterface::{meta}** staticGet{cls.name}Meta()\n{{\n"
                  f"    static NSInterface::{meta}* slot = nullptr;\n    return &slot;\n}}\n")
         s.append("} // namespace NSImplementation\n")
@@ -838,7 +835,7 @@ Integer {St}::getObjectIndex(Deviant) const
 
     def emit_package_table(self) -> None:
         pk = self.mm.package
-        s = [self.banner]
+        s = [self.banner, f"#include \"kernel/TAV/NSMetaRegistry/{pk}MetaSlots.h\""]
         for c in self.classes_with_intf():
             s.append(f"#include <tav/TAV/NSInterface/{intf(c)}.h>")
         s.append("#include <tav/kernel/util/IntrospectiveMethods.h>\n\nnamespace TAV {\n")
@@ -853,11 +850,24 @@ Integer {St}::getObjectIndex(Deviant) const
                  f"static IntrospectiveMethods* s{pk}Types[{self.mm.slots}] = {{\n" + "\n".join(slots) + "\n};\n")
         s.append(f"extern TAV_EXPORT PackageIntrospectiveMethods s{pk}PackageIntrospectiveMethods;\n"
                  f"PackageIntrospectiveMethods s{pk}PackageIntrospectiveMethods = {{s{pk}Types, {self.mm.slots}}};\n")
-        s.append(f"TAV_EXPORT PackageIntrospectiveMethods* get_{pk}_PackageIntrospectiveMethods();\n"
-                 f"PackageIntrospectiveMethods* get_{pk}_PackageIntrospectiveMethods()\n{{\n"
+        s.append(f"PackageIntrospectiveMethods* get_{pk}_PackageIntrospectiveMethods()\n{{\n"
                  f"    return &s{pk}PackageIntrospectiveMethods;\n}}\n")
         s.append("} // namespace TAV\n")
         self.files[f"kernel/TAV/NSMetaRegistry/{pk}PackageMetaRegistry.cpp"] = "\n".join(s)
+
+    def emit_meta_slots_header(self) -> None:
+        """The metaclass slots, for the meta-registry that fills them."""
+        pk = self.mm.package
+        s = [self.banner, "#pragma once\n", "#include <tav/Export.h>\n", "namespace TAV {\n",
+             "struct PackageIntrospectiveMethods;",
+             f"TAV_EXPORT PackageIntrospectiveMethods* get_{pk}_PackageIntrospectiveMethods();\n",
+             "namespace NSInterface {\nclass ClassIntf;\nclass StereotypeIntf;\n}\n",
+             "namespace NSImplementation {\n"]
+        for c in self.classes_with_intf():
+            meta = "StereotypeIntf" if c.stereotype else "ClassIntf"
+            s.append(f"TAV_EXPORT NSInterface::{meta}** staticGet{c.name}Meta();")
+        s.append("\n} // namespace NSImplementation\n} // namespace TAV\n")
+        self.files[f"kernel/TAV/NSMetaRegistry/{pk}MetaSlots.h"] = "\n".join(s)
 
     def emit_family_header(self) -> None:
         """One header naming every handle, for users who want the whole family."""
