@@ -53,6 +53,11 @@ class DescriptionErrors(unittest.TestCase):
             ("class A = 2\n", 1, "expected 'package NAME slots N'"),
             (HEAD + "  1 x : String [0..1]\n", 3, "property row in non-class 'String'"),
             (HEAD + "abstract class Frame = 2 frame\n", 3, "must be named 'ClassObject'"),
+            (HEAD + "class A = 2\n", 3, "no class is marked 'frame'"),
+            (HEAD + "abstract class ClassObject = 2 frame\nclass A = 3\n", 4, "does not derive from the frame"),
+            (HEAD + "abstract class O = 2 handwritten\n  1 x : String [0..1]\n", 3, "can have neither"),
+            (HEAD + "abstract class ClassObject = 2 frame\nclass A = 3 : ClassObject\n"
+             "  1 c : A [0..1] container\n", 5, "'container' marks"),
         ]
         for text, line, words in cases:
             with self.subTest(words=words):
@@ -91,6 +96,45 @@ class DescriptionErrors(unittest.TestCase):
             self.assertNotEqual(run.returncode, 0)
             self.assertIn("broken.tavmeta:4: unknown type 'Strin' in property 'name'", run.stderr)
             self.assertFalse(os.path.exists(os.path.join(d, "export")))
+
+
+class Fuzz(unittest.TestCase):
+    """Damaged descriptions fail with a located message, never with a crash."""
+
+    def test_mutated_kernel_description(self):
+        import random
+        with open(KERNEL) as f:
+            lines = f.read().splitlines()
+        rng = random.Random(20261122)
+        words = ["class", "[0..*]", "[1..0]", ":", "opposite", "Property.class", "=", "7", "\"", "subsets",
+                 "abstract", "literals", "end", "default", "Zzz", "Property.nope", "frame", "handwritten",
+                 "container", "sparse", "deferred", "[1..1]", "Object", ","]
+        failures = 0
+        for _ in range(400):
+            mutated = list(lines)
+            for _ in range(rng.randint(1, 3)):
+                i = rng.randrange(len(mutated))
+                toks = mutated[i].split(" ")
+                op = rng.randrange(4)
+                if op == 0:
+                    del mutated[i]
+                elif op == 1:
+                    mutated.insert(i, mutated[i])
+                elif op == 2 and toks:
+                    toks[rng.randrange(len(toks))] = rng.choice(words)
+                    mutated[i] = " ".join(toks)
+                else:
+                    toks.insert(rng.randrange(len(toks) + 1), rng.choice(words))
+                    mutated[i] = " ".join(toks)
+            text = "\n".join(mutated)
+            try:
+                mm = parse(text, "TAV.tavmeta")
+                Emitter(mm, "TAV.tavmeta").run()
+            except DescriptionError as e:
+                failures += 1
+                self.assertRegex(str(e), r"^TAV\.tavmeta:\d+: ")
+                self.assertLessEqual(e.line, len(mutated) + 1)
+        self.assertGreater(failures, 100, "the mutations should mostly be caught")
 
 
 class KernelDescription(unittest.TestCase):

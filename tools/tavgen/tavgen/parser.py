@@ -269,6 +269,22 @@ def _resolve(mm: Metamodel) -> None:
                     fail(p.line, f"opposite '{o.owner.name}.{o.name}' of '{t.name}.{p.name}' "
                                  f"is not a property of type '{p.type.name}'")
 
+    for t in mm.classes:
+        if t.handwritten and (t.props or t.bases):
+            fail(t.line, f"hand-written class '{t.name}' can have neither properties nor superclasses")
+    generated = [t for t in mm.classes if not t.handwritten]
+    if generated and not frames:
+        fail(generated[0].line, "no class is marked 'frame'")
+    for t in generated:
+        if not t.frame and frames[0] not in mm.ancestors(t):
+            fail(t.line, f"class '{t.name}' does not derive from the frame class '{frames[0].name}'")
+    slots = [p for t in mm.classes for p in t.props if p.is_container_slot]
+    for p in slots:
+        if not p.owner.frame or p.multi or not p.type.is_class:
+            fail(p.line, f"'container' marks a single-valued reference of the frame class, not '{p.name}'")
+    if len(slots) > 1:
+        fail(slots[1].line, "more than one property marked 'container'")
+
 
 def parse(text: str, file: str = "<string>") -> Metamodel:
     mm = _Parser(text, file).run()
