@@ -118,6 +118,27 @@ TEST_F(FamilyTest, CastsAcrossTwoBaseInterfaces)
     EXPECT_EQ(wrong.internal_intf(), nullptr);
 }
 
+// A visit reaches the function of the nearest bound class, with `this` adjusted to it.
+TEST_F(FamilyTest, VisitFindsTheNearestBoundInterface)
+{
+    using namespace CooperativeVisitor;
+    static DispatchTable table;
+    int marker = 0;
+    table.bind(CooperativeVisitor::internal::classInfo<NSInterface::MultiplicityElementIntf>(), &marker);
+
+    Property p = newProperty();
+    ImmutableMultiplicityElement me = p;
+    VisitEntry entry = p.internal_intf()->getVisitMethod(table);
+    EXPECT_EQ(entry.fn, &marker);
+    EXPECT_EQ(entry.self, static_cast<void*>(me.internal_intf()));
+
+    Class c = newClass();
+    EXPECT_EQ(c.internal_intf()->getVisitMethod(table).fn, nullptr);
+    table.bind(CooperativeVisitor::internal::classInfo<NSInterface::NamedElementIntf>(), &table);
+    EXPECT_EQ(c.internal_intf()->getVisitMethod(table).fn, &table);
+    EXPECT_EQ(p.internal_intf()->getVisitMethod(table).fn, &marker) << "a nearer base wins";
+}
+
 TEST_F(FamilyTest, IsValidFollowsTheObjectsPresence)
 {
     Property p = newProperty();

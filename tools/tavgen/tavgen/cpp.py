@@ -349,9 +349,10 @@ class Emitter:
                 s.append(f"SparseMap<{v}>& {X}::{name}()\n{{\n"
                          f"    // Never freed: states may outlive static destruction order.\n"
                          f"    static auto* map = new SparseMap<{v}>();\n    return *map;\n}}\n")
-        # cast table: the class, then every ancestor once, reached along the first path
+        # Cast table: the class, then every ancestor once, nearest first, so that a visit
+        # finds the closest bound class; each reached along the first path that contains it.
         entries = []
-        for a in [cls] + mm.ancestors(cls):
+        for a in mm.by_distance(cls):
             path = mm.path_to(cls, a)
             expr = self.up_chain(f"static_cast<{X}*>(p)", path)
             A = intf(a)

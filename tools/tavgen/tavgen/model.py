@@ -154,6 +154,16 @@ class Metamodel:
         walk(cls)
         return out
 
+    def by_distance(self, cls: Type) -> List[Type]:
+        """cls, then its ancestors nearest first (breadth-first, bases in order), each once."""
+        out, todo = [cls], list(cls.bases)
+        while todo:
+            c = todo.pop(0)
+            if c not in out:
+                out.append(c)
+                todo.extend(c.bases)
+        return out
+
     def first_chain(self, cls: Type) -> List[Type]:
         """cls, its first base, that one's first base ... up to the root."""
         chain = [cls]
