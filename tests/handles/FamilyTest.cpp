@@ -130,6 +130,38 @@ TEST_F(FamilyTest, ContainmentEndKeepsTheOppositeList)
     close(root);
 }
 
+TEST_F(FamilyTest, OppositeListsAreCopiedWithTheirState)
+{
+    Property p = newProperty();
+    Property q = newProperty();
+    Class c = newClass();
+    open(root);
+    p.setClass(c);
+    close(root);
+
+    Property qInNamed(q.internal_intf(), named);
+    open(named);
+    qInNamed.setClass(c);
+    close(named);
+    EXPECT_EQ(c.internal_intf()->internal_rawOwnedAttributes(named)->size(), 2u);
+    EXPECT_EQ(c.internal_intf()->internal_rawOwnedAttributes(root)->size(), 1u) << "root's list untouched";
+    EXPECT_FALSE(q.hasClass());
+
+    RawRefList a;
+    EXPECT_EQ(sizeof(a), sizeof(void*));
+    a.push_back(canonical(p));
+    RawRefList b = a;
+    b.push_back(canonical(q));
+    EXPECT_EQ(a.size(), 1u);
+    EXPECT_FALSE(a == b);
+    EXPECT_TRUE(b.remove(canonical(q)));
+    EXPECT_FALSE(b.remove(canonical(q)));
+    EXPECT_TRUE(a == b);
+    b.clear();
+    EXPECT_TRUE(b.empty());
+    EXPECT_FALSE(b.contains(canonical(p)));
+}
+
 TEST_F(FamilyTest, ContainerOfAnotherMetaclassReadsAsEmpty)
 {
     Property p = newProperty();
