@@ -53,6 +53,12 @@ class DescriptionErrors(unittest.TestCase):
             ("class A = 2\n", 1, "expected 'package NAME slots N'"),
             (HEAD + "  1 x : String [0..1]\n", 3, "property row in non-class 'String'"),
             (HEAD + "abstract class Frame = 2 frame\n", 3, "must be named 'ClassObject'"),
+            (HEAD + "class A = 2\n  operation \"void f(int)\"\n", 4, "needs a type and a name"),
+            (HEAD + "class A = 2\n  operation \"no signature\"\n", 4, "cannot read the signature"),
+            (HEAD + "abstract class ClassObject = 2 frame\n  operation \"void f()\" pure\n", 4,
+             "cannot be pure"),
+            (HEAD + "abstract class ClassObject = 2 frame\n  operation \"void f()\"\n"
+             "  operation \"int f() const\"\n", 5, "declared twice"),
             (HEAD + "class A = 2\n", 3, "no class is marked 'frame'"),
             (HEAD + "abstract class ClassObject = 2 frame\nclass A = 3\n", 4, "does not derive from the frame"),
             (HEAD + "abstract class O = 2 handwritten\n  1 x : String [0..1]\n", 3, "can have neither"),
@@ -234,6 +240,17 @@ class Emission(unittest.TestCase):
         self.assertIn("NamedIntf::setTag(aDeviant, aValue);", src)
         for anc in ("ClassObjectIntf", "NamedIntf", "CountedIntf", "ItemIntf"):
             self.assertIn(f"getReadDeviantI(Deviant aDeviant, {anc} const* aAsked) const", h)
+
+    def test_declared_operations(self):
+        h = self.text("export/include/tav/TAV/NSInterface/ItemIntf.h")
+        self.assertIn("virtual TAV::Boolean isHeavy(Deviant aDeviant, TAV::Integer const& aLimit) const;", h)
+        # The hand-written root's members, named once for both bases.
+        self.assertIn("virtual Deviant getRootDeviant() const override;", h)
+        self.assertIn("virtual void destroy(Deviant aDeviant) override = 0;", h)
+        src = self.text("kernel/TAV/NSImplementation/ItemImpl.cpp")
+        self.assertIn("return NamedIntf::getRootDeviant();", src)
+        self.assertNotIn("ItemIntf::isHeavy", src, "hand-maintained body")
+        self.assertNotIn("isHeavy", self.text("export/include/tav/TAV/detail/Item_hdecl.h"))
 
     def test_value_accessors(self):
         src = self.text("kernel/TAV/NSImplementation/CountedImpl.cpp")

@@ -110,6 +110,10 @@ TEST_F(FamilyTest, CastsAcrossTwoBaseInterfaces)
     EXPECT_EQ(second.getName(), String("x"));
     EXPECT_EQ(me.getLower(), Integer(3));
 
+    // The root's members answer through a two-base interface too.
+    EXPECT_EQ(p.internal_intf()->getRootDeviant(), root);
+    EXPECT_EQ(me.internal_intf()->getRootDeviant(), root);
+
     // Mutable handles convert explicitly between each other, implicitly upwards.
     MultiplicityElement mme = p;
     Property back(mme);

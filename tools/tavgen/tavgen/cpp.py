@@ -268,7 +268,7 @@ class Emitter:
         if len(cls.bases) < 2:
             return out
         for a in self.mm.ancestors(cls):
-            if a.handwritten or not self.mm.is_shared_ancestor(cls, a):
+            if not self.mm.is_shared_ancestor(cls, a):
                 continue
             first = next(b for b in cls.bases if b is a or a in self.mm.ancestors(b))
             for op in self.P.own_ops(a):

@@ -97,6 +97,17 @@ class Prop:
 
 
 @dataclass
+class Operation:
+    """A C++ operation of a metaclass interface, declared in the description."""
+    ret: str
+    name: str
+    params: List[tuple]            # (type, name)
+    const: bool
+    pure: bool
+    line: int
+
+
+@dataclass
 class Type:
     name: str
     index: int
@@ -113,6 +124,7 @@ class Type:
     header: Optional[str] = None   # its header
     docs: List[str] = field(default_factory=list)
     bases: List["Type"] = field(default_factory=list)
+    operations: List["Operation"] = field(default_factory=list)
 
     @property
     def is_class(self) -> bool:

@@ -7,7 +7,7 @@ import re
 import shlex
 from typing import List, Optional
 
-from .model import UNLIMITED, Metamodel, Prop, Ref, Type
+from .model import UNLIMITED, Metamodel, Operation, Prop, Ref, Type
 
 PROP_FLAGS = {"composite", "derived", "union", "readonly", "ordered", "transient",
               "private", "sparse", "container", "deferred"}
@@ -134,6 +134,11 @@ class _Parser:
                 self.fail(no, "expected 'doc \"TEXT\"'")
             (self.last_prop or self.current).docs.append(t[1])
             return
+        if head == "operation":
+            if self.current.kind != "class" or len(t) < 2 or len(t) > 3 or t[2:] not in ([], ["pure"]):
+                self.fail(no, "expected 'operation \"C++ SIGNATURE\" [pure]' in a class")
+            self.current.operations.append(self.operation(no, t[1], t[2:] == ["pure"]))
+            return
         if head == "literals":
             if self.current.kind != "enumeration":
                 self.fail(no, f"'literals' in non-enumeration '{self.current.name}'")
@@ -147,6 +152,18 @@ class _Parser:
             self.fail(no, f"property row in non-class '{self.current.name}'")
         self.current.props.append(self.prop(no, t))
         self.last_prop = self.current.props[-1]
+
+    def operation(self, no: int, sig: str, pure: bool) -> Operation:
+        m = re.fullmatch(r"\s*(.+?)\s*\b([A-Za-z_]\w*)\s*\((.*)\)\s*(const)?\s*", sig)
+        if not m:
+            self.fail(no, f"cannot read the signature '{sig}'")
+        params = []
+        for part in filter(None, (s.strip() for s in m.group(3).split(","))):
+            pm = re.fullmatch(r"(.+?)\s*\b([A-Za-z_]\w*)", part)
+            if not pm or not pm.group(1).strip():
+                self.fail(no, f"parameter '{part}' of '{m.group(2)}' needs a type and a name")
+            params.append((pm.group(1).strip(), pm.group(2)))
+        return Operation(m.group(1), m.group(2), params, bool(m.group(4)), pure, no)
 
     def ref(self, no: int, text: str) -> Ref:
         m = re.fullmatch(r"([A-Za-z_]\w*)\.([A-Za-z_]\w*)", text)
@@ -270,6 +287,14 @@ def _resolve(mm: Metamodel) -> None:
                                  f"is not a property of type '{p.type.name}'")
 
     for t in mm.classes:
+        names = set()
+        for op in t.operations:
+            if op.name in names:
+                fail(op.line, f"operation '{op.name}' declared twice in '{t.name}'")
+            names.add(op.name)
+            if op.pure and not t.handwritten:
+                # A generated object class is final: nobody could implement it.
+                fail(op.line, f"operation '{op.name}' of generated class '{t.name}' cannot be pure")
         if t.handwritten and (t.props or t.bases):
             fail(t.line, f"hand-written class '{t.name}' can have neither properties nor superclasses")
     generated = [t for t in mm.classes if not t.handwritten]

@@ -382,8 +382,14 @@ class Plans:
         self.props: Dict[str, List[PropPlan]] = {
             c.name: [plan_prop(mm, p) for p in c.props] for c in mm.classes}
 
+    def declared_ops(self, cls: Type) -> List[Op]:
+        """Operations the description declares; bodies are hand-maintained."""
+        return [Op(o.name, o.ret, list(o.params), o.const, pure=o.pure, on_handle=False)
+                for o in cls.operations]
+
     def own_ops(self, cls: Type) -> List[Op]:
-        ops = frame_ops() if cls.frame else []
+        """What the class's interface declares itself (the hand-written root: what it has)."""
+        ops = self.declared_ops(cls) + (frame_ops() if cls.frame else [])
         for pl in self.props[cls.name]:
             ops.extend(pl.ops)
         return ops
