@@ -287,8 +287,10 @@ class Emitter:
             d.append(f"#include <tav/TAV/NSInterface/{intf(b)}.h>")
         for h in sorted(self.value_headers_in(ops + [o for _, _, o in red])):
             d.append(f"#include <{h}>")
-        d.append("#include <tav/kernel/util/IntrospectiveMethods.h>")
+        if not cls.bases:
+            d.append("#include <tav/TAV/NSInterface/ObjectIntf.h>")
         d.append("\nnamespace TAV {\n")
+        d.append("struct IntrospectiveMethods;")
         hts = self.handle_types_in(ops + [o for _, _, o in red]) | {cls.name}
         for n in sorted(hts):
             d.append(f"class Immutable{n};\nclass {n};")
