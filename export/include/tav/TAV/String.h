@@ -1,0 +1,45 @@
+#pragma once
+
+#include <tav/Export.h>
+
+#include <memory>
+#include <string>
+
+namespace TAV {
+
+// UTF-16 text. An 8-bit (UTF-8) copy is built on the first c_str() and
+// dropped by every mutation, so callers that never ask for it never pay.
+class TAV_EXPORT String {
+public:
+    String() = default;
+    String(char const* utf8);
+    String(std::string const& utf8);
+    String(std::u16string text) : fText(std::move(text)) {}
+    String(char16_t const* text) : fText(text ? text : u"") {}
+    String(String const& other) : fText(other.fText) {}
+    String(String&& other) noexcept = default;
+    String& operator=(String const& other);
+    String& operator=(String&& other) noexcept;
+    ~String() = default;
+
+    operator std::u16string const&() const { return fText; }
+    std::u16string const& str() const { return fText; }
+    // Valid until the next mutation of this String.
+    char const* c_str() const;
+    std::string toUtf8() const;
+
+    bool empty() const { return fText.empty(); }
+    std::size_t size() const { return fText.size(); }
+    void clear();
+    String& operator+=(String const& other);
+
+    friend bool operator==(String const& a, String const& b) { return a.fText == b.fText; }
+    friend bool operator!=(String const& a, String const& b) { return a.fText != b.fText; }
+    friend bool operator<(String const& a, String const& b) { return a.fText < b.fText; }
+
+private:
+    std::u16string fText;
+    mutable std::unique_ptr<std::string> fUtf8;
+};
+
+} // namespace TAV

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <tav/Export.h>
+#include <tav/kernel/deviant/Deviant.h>
+
+#include <map>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace TAV {
+
+class DeviantManagerHelper;
+
+namespace NSInterface {
+class ModelIntf;
+}
+
+// Owns every deviant of one model. Removed deviants stay in memory until the
+// manager goes, so stale handles can still answer isValid.
+class TAV_EXPORT DeviantManager {
+public:
+    DeviantManager();
+    ~DeviantManager();
+    DeviantManager(DeviantManager const&) = delete;
+    DeviantManager& operator=(DeviantManager const&) = delete;
+
+    void setModel(NSInterface::ModelIntf* aModel) { fModel = aModel; }
+    NSInterface::ModelIntf* getModel() const { return fModel; }
+    Deviant getRoot() const { return Deviant(fRoot); }
+    DeviantManagerHelper* getHelper() const { return fHelper; }
+
+    // Creating a name twice returns the existing deviant.
+    Deviant createDeviantWithName(std::string const& name);
+    // An unknown name is entered with no deviant and gives a null handle.
+    Deviant getDeviantWithName(std::string const& name);
+    void removeDeviantWithName(std::string const& name);
+    // Appends all deviants in name order, null entries included.
+    void getDeviants(std::vector<Deviant>& out) const;
+
+    // The model's objects, uncounted. A model is never its own member.
+    void addObjectToModel(NSInterface::ObjectIntf* object);
+    // An absent object is ignored.
+    void removeObjectFromModel(NSInterface::ObjectIntf* object) { fObjects.erase(object); }
+    bool containsObject(NSInterface::ObjectIntf* object) const { return fObjects.contains(object); }
+    std::size_t objectCount() const { return fObjects.size(); }
+
+private:
+    NSInterface::ModelIntf* fModel = nullptr;
+    std::map<std::string, internal::DeviantImpl*> fDeviants;
+    internal::DeviantImpl* fRoot;
+    std::vector<internal::DeviantImpl*> fRetired;
+    DeviantManagerHelper* fHelper = nullptr;
+    std::unordered_set<NSInterface::ObjectIntf*> fObjects;
+};
+
+} // namespace TAV

@@ -1,0 +1,109 @@
+#include "kernel/TAV/NSHandMaintained/FamilySupport.h"
+
+#include <tav/kernel/util/Asserter.h>
+
+#include <vector>
+
+namespace TAV::family {
+
+void shouldNotBeHit(char const* aSource, int aLine)
+{
+    Asserter::MakeAlways<Exception>("this code should not be hit").handle(aSource, aLine, "");
+    __builtin_unreachable();
+}
+
+void notYetAvailable(char const* aOperation, char const* aSource, int aLine)
+{
+    Asserter::MakeAlways<UnImplementedException>("%s is not available yet", aOperation).handle(aSource, aLine, "");
+    __builtin_unreachable();
+}
+
+void assertRootDeviant(Deviant aDeviant, char const* aMessage, char const* aSource, int aLine)
+{
+    Asserter::Make<Exception>(aDeviant.getDeviantId() == 0, "%s", aMessage).handle(aSource, aLine, "");
+}
+
+void assertCount(bool aPositive, char const* aSource, int aLine)
+{
+    Asserter::Make<Exception>(aPositive, "Decrementing the ref count of a ref with count already 0")
+        .handle(aSource, aLine, "");
+}
+
+void crossModelCheck(Deviant aDeviant, Deviant aOther, IntrospectiveMethods const* aMethods, unsigned aId,
+                     char const* aSource, int aLine)
+{
+    if (aDeviant.isInDifferentModel(aOther, aMethods, aId))
+        Asserter::MakeAlways<Exception>("Cross-model bi-directional associations are currently disallowed!")
+            .handle(aSource, aLine, "");
+}
+
+// A deviant of another model acts on the object's own root.
+static Deviant normalised(Deviant aRoot, Deviant aDeviant)
+{
+    if (aDeviant != aRoot && aDeviant.getRootDeviant() != aRoot)
+        return aRoot;
+    return aDeviant;
+}
+
+bool isValidIn(Deviations const& aDeviations, Deviant aRoot, Deviant aDeviant)
+{
+    if (aDeviations.rootState == Deviant::ModelDestroyed || !aDeviant.isValid())
+        return false;
+    Deviant d = normalised(aRoot, aDeviant);
+    if (d == aRoot || aRoot.isNull())
+        return Deviant::isRealState(aDeviations.rootState);
+    NSInterface::ObjectIntf* own = d.getStateOfObject(aDeviations.owner);
+    if (own == Deviant::InvalidObject)
+        return false;
+    if (Deviant::isRealState(own))
+        return true;
+    // Reads through to root as root was before its open transaction.
+    NSInterface::ObjectIntf* saved = aRoot.getSavedOldStateOfObject(aDeviations.owner);
+    if (saved == Deviant::InvalidObject)
+        return false;
+    return Deviant::isRealState(saved) || Deviant::isRealState(aDeviations.rootState);
+}
+
+void setSlot(Deviations& aDeviations, Deviant aDeviant, NSInterface::ObjectIntf* aState)
+{
+    if (aDeviant.isNull() || aDeviant.getDeviantId() == 0) {
+        NSInterface::ObjectIntf* old = aDeviations.rootState;
+        aDeviations.rootState = aState;
+        if (Deviant::isRealState(old) && old != aState)
+            delete old;
+        return;
+    }
+    NSInterface::ObjectIntf* old = aDeviant.getStateOfObject(aDeviations.owner);
+    aDeviant.setStateOfObject(aDeviations.owner, aState);
+    if (Deviant::isRealState(old) && old != aState)
+        delete old;
+}
+
+void commitTransientState(Deviations& aDeviations, Deviant aRoot, Deviant aDeviant, StateFactory const& aFactory)
+{
+    if (aDeviant != aRoot || aRoot.isNull())
+        return;
+    NSInterface::ObjectIntf* owner = aDeviations.owner;
+    NSInterface::ObjectIntf* old = aRoot.getSavedOldStateOfObject(owner);
+    if (!Deviant::isRealState(old) && old != Deviant::InvalidObject)
+        old = aDeviations.rootState;
+    if (!old)
+        return;
+    std::vector<Deviant> all;
+    aRoot.getAllDeviants(all);
+    for (Deviant d : all) {
+        if (d == aRoot)
+            continue;
+        if (d.isWithinTransaction() && d.getSavedOldStateOfObject(owner) == Deviant::FallbackToRoot) {
+            // Its open change set must restore what root showed before; the walk ends here on purpose.
+            d.saveOldStateOfObject(owner, Deviations::copyState(d, old, aRoot, aFactory));
+            return;
+        }
+        NSInterface::ObjectIntf* own = d.getStateOfObject(owner);
+        if (Deviant::isRealState(own) || own == Deviant::InvalidObject)
+            continue;
+        d.setStateOfObject(owner, Deviations::copyState(d, old, aRoot, aFactory));
+    }
+}
+
+} // namespace TAV::family

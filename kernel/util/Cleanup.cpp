@@ -1,0 +1,7 @@
+#include <tav/kernel/util/Cleanup.h>
+
+namespace TAV {
+
+Cleanup::~Cleanup() = default;
+
+} // namespace TAV

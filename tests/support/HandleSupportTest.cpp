@@ -1,0 +1,153 @@
+#include <tav/kernel/util/Cager.h>
+#include <tav/kernel/util/Exception.h>
+#include <tav/kernel/util/Ref.h>
+#include <tav/kernel/util/RefBase.h>
+#include <tav/kernel/util/SmartPtr.h>
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using ::testing::HasSubstr;
+
+struct Counted : TAV::ReferenceCountingIntf {
+    int count = 0;
+    void incRef() override { ++count; }
+    void decRef() override { --count; }
+    int numRef() const override { return count; }
+    int answer() const { return 42; }
+};
+
+// A value whose live instances are counted, to see heap copies freed.
+struct Tracked {
+    static inline int sLive = 0;
+    int v;
+    explicit Tracked(int a) : v(a) { ++sLive; }
+    Tracked(Tracked const& o) : v(o.v) { ++sLive; }
+    ~Tracked() { --sLive; }
+    bool operator==(Tracked const& o) const { return v == o.v; }
+};
+
+TEST(GenericRefTest, PrimitiveCopiesShareOneCountedHeapValue)
+{
+    {
+        TAV::Generic::Ref const a = TAV::Generic::Ref::fromValue(Tracked(5));
+        EXPECT_EQ(Tracked::sLive, 1);
+        {
+            TAV::Generic::Ref b = a;
+            TAV::Generic::Ref c;
+            c = b;
+            EXPECT_EQ(Tracked::sLive, 1) << "copies retain, they do not copy the value";
+            EXPECT_EQ(c.value<Tracked>().v, 5);
+            EXPECT_EQ(c.payload, a.payload);
+        }
+        EXPECT_EQ(Tracked::sLive, 1) << "the first reference still holds it";
+        EXPECT_EQ(a, TAV::Generic::Ref::fromValue(Tracked(5))) << "primitives compare by value";
+        EXPECT_FALSE(a == TAV::Generic::Ref::fromValue(Tracked(6)));
+        EXPECT_EQ(a.object(), nullptr);
+    }
+    EXPECT_EQ(Tracked::sLive, 0) << "the last release frees the copy";
+}
+
+TEST(GenericRefTest, ClassObjectsAreCountedAndCompareByPointer)
+{
+    Counted object, other;
+    {
+        TAV::Generic::Ref const a(&object, TAV::Deviant());
+        TAV::Generic::Ref b = a;
+        EXPECT_EQ(object.count, 2);
+        b = TAV::Generic::Ref(&other, TAV::Deviant());
+        EXPECT_EQ(object.count, 1);
+        EXPECT_EQ(other.count, 1);
+        EXPECT_FALSE(a == b);
+        EXPECT_EQ(a, TAV::Generic::Ref(&object, TAV::Deviant()));
+        EXPECT_EQ(a.object(), &object);
+        TAV::Generic::Ref const empty(nullptr, TAV::Deviant());
+        EXPECT_FALSE(empty == TAV::Generic::Ref::fromValue(0)) << "an object never equals a primitive";
+    }
+    EXPECT_EQ(object.count, 0);
+    EXPECT_EQ(other.count, 0);
+}
+
+TEST(RefBaseTest, CountsAndRefusesNullAccess)
+{
+    Counted object;
+    {
+        TAV::RefBase<Counted*> ref(&object);
+        TAV::RefBase<Counted*> copy = ref;
+        EXPECT_EQ(object.count, 2);
+        EXPECT_EQ(copy->answer(), 42);
+        copy = TAV::RefBase<Counted*>();
+        EXPECT_EQ(object.count, 1);
+        EXPECT_FALSE(copy.isValid());
+        try {
+            copy->answer();
+            ADD_FAILURE() << "null access must fail";
+        } catch (TAV::Exception const& e) {
+            EXPECT_THAT(e.what(), HasSubstr("Cannot access NULL ref. Use isValid() before calling methods"));
+            EXPECT_THAT(e.what(), HasSubstr("export/include/tav/kernel/util/RefBase"));
+        }
+    }
+    EXPECT_EQ(object.count, 0);
+}
+
+TEST(SmartPtrTest, CountsLikeAHandle)
+{
+    Counted object;
+    {
+        TAV::Generic::SmartPtr<Counted> p(&object);
+        TAV::Generic::SmartPtr<Counted> q = p;
+        TAV::Generic::SmartPtr<TAV::ReferenceCountingIntf> base = q;
+        EXPECT_EQ(object.count, 3);
+        TAV::Generic::SmartPtr<Counted> moved = std::move(p);
+        EXPECT_EQ(object.count, 3);
+        EXPECT_FALSE(p);
+    }
+    EXPECT_EQ(object.count, 0);
+}
+
+// Stands for a model handle: one count on the model per copy.
+struct FakeModel {
+    explicit FakeModel(Counted* m) : model(m) { model->incRef(); }
+    FakeModel(FakeModel const& o) : model(o.model) { model->incRef(); }
+    ~FakeModel()
+    {
+        model->decRef();
+        order().push_back(model);
+    }
+    static std::vector<Counted*>& order()
+    {
+        static std::vector<Counted*> sOrder;
+        return sOrder;
+    }
+    Counted* model;
+};
+
+TEST(CagerTest, NestsLastInFirstOutAndReleasesHeldModelsInOrder)
+{
+    Counted first, second;
+    std::size_t const depth = TAV::getCagers().size();
+    {
+        TAV::Cager outer;
+        EXPECT_EQ(TAV::getCagers().top(), &outer);
+        {
+            TAV::Cager inner;
+            EXPECT_EQ(TAV::getCagers().top(), &inner);
+            EXPECT_FALSE(inner == outer);
+            FakeModel a(&first), b(&second);
+            inner.addRef(a);
+            inner.addRef(b);
+            FakeModel::order().clear();
+        }
+        EXPECT_EQ(FakeModel::order(), (std::vector<Counted*>{&second, &first, &first, &second}))
+            << "locals go in reverse, then the Cager's copies in the order they were added";
+        EXPECT_EQ(first.count, 0);
+        EXPECT_EQ(TAV::getCagers().top(), &outer);
+    }
+    EXPECT_EQ(TAV::getCagers().size(), depth);
+}
+
+} // namespace

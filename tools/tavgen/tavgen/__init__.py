@@ -1,0 +1,1 @@
+"""tavgen: the metaclass family generator."""
