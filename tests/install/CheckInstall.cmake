@@ -14,6 +14,7 @@ function(expect_output output prefix)
             "caught: Assertion failed: 3 items at consumer:1: "
             "[Info] logged here"
             "[UM:Info] : QRD : TAV Serializer_XmiReader_EmptyFileList : No files were given to read."
+            "handle: empty, Assertion failed: Cannot access NULL ref. Use isValid() before calling methods at export/include/tav/TAV/Property_h:"
             "install path: ${prefix}")
         string(FIND "${output}" "${line}" at)
         if(at EQUAL -1)

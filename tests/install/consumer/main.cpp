@@ -5,6 +5,8 @@
 #include <tav/logger/ConsoleLogHandler.h>
 #include <tav/logger/Logger.h>
 
+#include <tav/TAV/Property_h.h>
+
 #include <hull/filesystem.h>
 
 #include <iostream>
@@ -21,5 +23,11 @@ int main()
     tavLogInfo("logged %s", "here");
     TAV::Logger::instance().removeHandler(&console);
     tavInfo(tav::messages::TAV_Serializer_XmiReader_EmptyFileList());
+    TAV::ImmutableProperty none;
+    try {
+        (void)none.getDefault();
+    } catch (const TAV::Exception& e) {
+        std::cout << "handle: " << (none.isValid() ? "valid" : "empty") << ", " << e.what() << '\n';
+    }
     std::cout << "install path: " << hull::filesystem::installPath() << '\n';
 }
