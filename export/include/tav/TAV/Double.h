@@ -1,32 +1,12 @@
 #pragma once
 
-#include <tav/Export.h>
-
-#include <cstdint>
+#include <tav/TAV/ScalarValue.h>
 
 namespace TAV {
 
-class Double {
+class Double : public ScalarValue<Double, double> {
 public:
-    Double() = default;
-    Double(double value) : fValue(value) {}
-    operator double() const { return fValue; }
-    double value() const { return fValue; }
-
-    // Mixed forms too: otherwise comparing with a raw value is ambiguous
-    // between these and the built-in operator reached by conversion.
-    friend bool operator==(Double a, Double b) { return a.fValue == b.fValue; }
-    friend bool operator==(Double a, double b) { return a.fValue == b; }
-    friend bool operator==(double a, Double b) { return a == b.fValue; }
-    friend bool operator!=(Double a, Double b) { return a.fValue != b.fValue; }
-    friend bool operator!=(Double a, double b) { return a.fValue != b; }
-    friend bool operator!=(double a, Double b) { return a != b.fValue; }
-    friend bool operator<(Double a, Double b) { return a.fValue < b.fValue; }
-    friend bool operator<(Double a, double b) { return a.fValue < b; }
-    friend bool operator<(double a, Double b) { return a < b.fValue; }
-
-private:
-    double fValue = 0.0;
+    using ScalarValue::ScalarValue;
 };
 
 } // namespace TAV

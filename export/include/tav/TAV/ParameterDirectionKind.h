@@ -4,34 +4,12 @@
 
 namespace TAV {
 
-class TAV_EXPORT ParameterDirectionKind : public EnumerationValue {
+class TAV_EXPORT ParameterDirectionKind : public EnumerationOf<ParameterDirectionKind> {
 public:
     enum Value : int { In = 0, Inout = 1, Out = 2, Return = 3 };
 
-    ParameterDirectionKind() = default;
-    ParameterDirectionKind(int value) : fValue(value) {}
-    operator int() const { return fValue; }
-    int value() const { return fValue; }
-
+    using EnumerationOf::EnumerationOf;
     static Literals const& getLiterals();
-    std::string toString() const { return EnumerationValue::toString(getLiterals(), fValue); }
-    // False, and this value unchanged, for an unknown literal.
-    bool fromString(std::string const& name) { return EnumerationValue::fromString(getLiterals(), name, fValue); }
-
-    // Mixed forms too: otherwise comparing with a raw value is ambiguous
-    // between these and the built-in operator reached by conversion.
-    friend bool operator==(ParameterDirectionKind a, ParameterDirectionKind b) { return a.fValue == b.fValue; }
-    friend bool operator==(ParameterDirectionKind a, int b) { return a.fValue == b; }
-    friend bool operator==(int a, ParameterDirectionKind b) { return a == b.fValue; }
-    friend bool operator!=(ParameterDirectionKind a, ParameterDirectionKind b) { return a.fValue != b.fValue; }
-    friend bool operator!=(ParameterDirectionKind a, int b) { return a.fValue != b; }
-    friend bool operator!=(int a, ParameterDirectionKind b) { return a != b.fValue; }
-    friend bool operator<(ParameterDirectionKind a, ParameterDirectionKind b) { return a.fValue < b.fValue; }
-    friend bool operator<(ParameterDirectionKind a, int b) { return a.fValue < b; }
-    friend bool operator<(int a, ParameterDirectionKind b) { return a < b.fValue; }
-
-private:
-    int fValue = 0;
 };
 
 } // namespace TAV

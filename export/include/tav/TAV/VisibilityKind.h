@@ -4,34 +4,12 @@
 
 namespace TAV {
 
-class TAV_EXPORT VisibilityKind : public EnumerationValue {
+class TAV_EXPORT VisibilityKind : public EnumerationOf<VisibilityKind> {
 public:
     enum Value : int { Public = 0, Private = 1, Protected = 2, Package = 3 };
 
-    VisibilityKind() = default;
-    VisibilityKind(int value) : fValue(value) {}
-    operator int() const { return fValue; }
-    int value() const { return fValue; }
-
+    using EnumerationOf::EnumerationOf;
     static Literals const& getLiterals();
-    std::string toString() const { return EnumerationValue::toString(getLiterals(), fValue); }
-    // False, and this value unchanged, for an unknown literal.
-    bool fromString(std::string const& name) { return EnumerationValue::fromString(getLiterals(), name, fValue); }
-
-    // Mixed forms too: otherwise comparing with a raw value is ambiguous
-    // between these and the built-in operator reached by conversion.
-    friend bool operator==(VisibilityKind a, VisibilityKind b) { return a.fValue == b.fValue; }
-    friend bool operator==(VisibilityKind a, int b) { return a.fValue == b; }
-    friend bool operator==(int a, VisibilityKind b) { return a == b.fValue; }
-    friend bool operator!=(VisibilityKind a, VisibilityKind b) { return a.fValue != b.fValue; }
-    friend bool operator!=(VisibilityKind a, int b) { return a.fValue != b; }
-    friend bool operator!=(int a, VisibilityKind b) { return a != b.fValue; }
-    friend bool operator<(VisibilityKind a, VisibilityKind b) { return a.fValue < b.fValue; }
-    friend bool operator<(VisibilityKind a, int b) { return a.fValue < b; }
-    friend bool operator<(int a, VisibilityKind b) { return a < b.fValue; }
-
-private:
-    int fValue = 0;
 };
 
 } // namespace TAV
