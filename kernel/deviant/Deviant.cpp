@@ -217,32 +217,35 @@ void Deviant::markObjectCreated(ObjectIntf* object) const
             object->internal_setDeviation(other, InvalidObject);
 }
 
-void Deviant::notifyObjectIsAboutToChange(ObjectIntf* object) const
+bool Deviant::enterNotify(ObjectIntf* object, char const* operation) const
 {
-    internalAssert(fImpl != nullptr, "notifyObjectIsAboutToChange on null deviant");
-    if (!fImpl)
-        return;
+    if (!fImpl) {
+        internalAssertAlways((std::string(operation) + " on null deviant").c_str());
+        return false;
+    }
     assertSameModel(object);
+    // A replay writes states back itself; the passthrough domain's calls are echoes.
     if (fImpl->withinUndoOrRedoOrCancel)
-        return;
+        return false;
     if (sAssertionsEnabled)
         internal_assertWritable(object);
-    internalAssert(fImpl->id == 0, "notifyObjectIsAboutToChange on non root deviant");
+    if (fImpl->id != 0)
+        internalAssertAlways((std::string(operation) + " on non root deviant").c_str());
+    return true;
+}
+
+void Deviant::notifyObjectIsAboutToChange(ObjectIntf* object) const
+{
+    if (!enterNotify(object, "notifyObjectIsAboutToChange"))
+        return;
     if (!fImpl->current.oldStates.contains(object))
         internal::saveOldState(fImpl, object, object->deviant_getCopyOfDeviation(*this));
 }
 
 void Deviant::notifyObjectIsAboutToBeDeleted(ObjectIntf* object) const
 {
-    internalAssert(fImpl != nullptr, "notifyObjectIsAboutToBeDeleted on null deviant");
-    if (!fImpl)
+    if (!enterNotify(object, "notifyObjectIsAboutToBeDeleted"))
         return;
-    assertSameModel(object);
-    if (fImpl->withinUndoOrRedoOrCancel)
-        return;
-    if (sAssertionsEnabled)
-        internal_assertWritable(object);
-    internalAssert(fImpl->id == 0, "notifyObjectIsAboutToBeDeleted on non root deviant");
     if (!fImpl->current.oldStates.contains(object))
         internal::saveOldState(fImpl, object, object->deviant_getCopyOfDeviation(*this));
     object->internal_destroyDeviation(*this);
@@ -250,15 +253,8 @@ void Deviant::notifyObjectIsAboutToBeDeleted(ObjectIntf* object) const
 
 void Deviant::notifyObjectHasBeenAdded(ObjectIntf* object) const
 {
-    internalAssert(fImpl != nullptr, "notifyObjectHasBeenAdded on null deviant");
-    if (!fImpl)
+    if (!enterNotify(object, "notifyObjectHasBeenAdded"))
         return;
-    assertSameModel(object);
-    if (fImpl->withinUndoOrRedoOrCancel)
-        return;
-    if (sAssertionsEnabled)
-        internal_assertWritable(object);
-    internalAssert(fImpl->id == 0, "notifyObjectHasBeenAdded on non root deviant");
     internalAssert(!fImpl->current.oldStates.contains(object), "notifyObjectHasBeenAdded on object already in changeset");
     markObjectCreated(object);
 }

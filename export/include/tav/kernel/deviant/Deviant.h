@@ -106,6 +106,8 @@ public:
 
 private:
     void assertSameModel(NSInterface::ObjectIntf const* object) const;
+    // The common guards of the notify operations; false when there is nothing to do.
+    bool enterNotify(NSInterface::ObjectIntf* object, char const* operation) const;
 };
 
 static_assert(sizeof(Deviant) == sizeof(void*), "a Deviant is one word");
