@@ -316,10 +316,12 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
         if optional:
             ops.append(Op(f"has{U}", "bool", [D], True,
                           logic=f"return get{U}(aDeviant).internal_intf() != nullptr;"))
-            # Only this end's own container is dropped: another metaclass's stays.
+            # The container goes whichever metaclass it is of: only the opposite
+            # list needs a current value of this end's type.
             ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic=(
-                f"{H} current = get{U}(aDeviant);\n"
-                f"if (!current.internal_intf())\n    return;\n" + drop +
+                f"{H} current = get{U}(aDeviant);\n" +
+                (f"if (current.internal_intf()) {{\n" +
+                 "".join("    " + l + "\n" for l in drop.splitlines()) + "}\n" if drop else "") +
                 f"removeOnly{slot}(aDeviant);")))
         else:
             ops.append(Op(f"has{U}", "bool", [D], True, logic="(void)aDeviant;\nreturn true;"))
