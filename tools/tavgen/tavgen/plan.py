@@ -131,6 +131,20 @@ def flags_type(n: int) -> str:
     return "std::uint8_t" if n <= 8 else "std::uint16_t" if n <= 16 else "std::uint32_t"
 
 
+def upkeep_snippets(upkeep: Optional[Prop], self_expr: str) -> Tuple[str, str]:
+    """Statements that add this object to, and drop it from, the raw list of a
+    multi-valued opposite end: `aValue` is the new value, `current` the old."""
+    if upkeep is None:
+        return "", ""
+    OU = plural(upkeep.upper_name)
+    push = (f"if (aValue.internal_intf())\n"
+            f"    if (auto* list = aValue.internal_intf()->internal_raw{OU}ForWrite(aDeviant))\n"
+            f"        list->push_back({self_expr});\n")
+    drop = (f"if (auto* list = current.internal_intf()->internal_raw{OU}ForWrite(aDeviant))\n"
+            f"    list->remove({self_expr});\n")
+    return push, drop
+
+
 def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
     U = p.upper_name
     D = ("Deviant", "aDeviant")
@@ -252,15 +266,7 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
                           state=f"return {fname} != nullptr;"))
         else:
             ops.append(Op(f"has{U}", "bool", [D], True, logic="(void)aDeviant;\nreturn true;"))
-        push = ""
-        drop = ""
-        if upkeep:
-            OU = plural(upkeep.upper_name)
-            push = (f"if (aValue.internal_intf())\n"
-                    f"    if (auto* list = aValue.internal_intf()->internal_raw{OU}ForWrite(aDeviant))\n"
-                    f"        list->push_back({self_expr});\n")
-            drop = (f"if (auto* list = current.internal_intf()->internal_raw{OU}ForWrite(aDeviant))\n"
-                    f"    list->remove({self_expr});\n")
+        push, drop = upkeep_snippets(upkeep, self_expr)
         if optional:
             ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic=(
                 f"{H} current = get{U}(aDeviant);\n"
@@ -304,14 +310,7 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
                          logic=f"return get{U}(aDeviant).internal_intf() != nullptr;"), get]
             return pl
         optional = p.lower == 0
-        push = drop = ""
-        if upkeep:
-            OU = plural(upkeep.upper_name)
-            push = (f"if (aValue.internal_intf())\n"
-                    f"    if (auto* list = aValue.internal_intf()->internal_raw{OU}ForWrite(aDeviant))\n"
-                    f"        list->push_back({self_expr});\n")
-            drop = (f"if (auto* list = current.internal_intf()->internal_raw{OU}ForWrite(aDeviant))\n"
-                    f"    list->remove({self_expr});\n")
+        push, drop = upkeep_snippets(upkeep, self_expr)
         ops = []
         if optional:
             ops.append(Op(f"has{U}", "bool", [D], True,
