@@ -1,6 +1,7 @@
 #include "kernel/deviant/DeviantInternal.h"
 
 #include <tav/TAV/NSInterface/ObjectIntf.h>
+#include <tav/kernel/deviant/ClassObjectHooks.h>
 #include <tav/kernel/deviant/Deviant.h>
 #include <tav/kernel/deviant/DeviantImpl.h>
 #include <tav/kernel/deviant/DeviantManager.h>
@@ -137,6 +138,11 @@ Deviant Deviant::getRootDeviant() const
 DeviantManager* Deviant::getDeviantManager() const
 {
     return fImpl ? fImpl->manager : nullptr;
+}
+
+NSInterface::ModelIntf* Deviant::getModel() const
+{
+    return fImpl && fImpl->manager ? fImpl->manager->getModel() : nullptr;
 }
 
 std::string Deviant::getName() const
@@ -285,6 +291,35 @@ bool Deviant::isInDifferentModel(Deviant other, IntrospectiveMethods const* meth
         return false;
     MetaPropertyDescription const* description = methods && methods->descriptions ? methods->descriptions[propertyId] : nullptr;
     return !description || description->persistence != kTransientPersistence;
+}
+
+ObjectIntf* Deviant::referredModelKey(Deviant other, IntrospectiveMethods const* methods, unsigned propertyId) const
+{
+    if (!fImpl || other.isNull() || *this == other || getRootDeviant() == other.getRootDeviant())
+        return nullptr;
+    MetaPropertyDescription const* description = methods && methods->descriptions ? methods->descriptions[propertyId] : nullptr;
+    if (description && description->persistence == kTransientPersistence)
+        return nullptr;
+    // Without a model there is nothing that saving could bring along.
+    NSInterface::ModelIntf* model = other.getModel();
+    auto const modelObject = internal::classObjectHooks().modelObject;
+    return model && modelObject ? modelObject(model) : nullptr;
+}
+
+void Deviant::setOrAddReferred(Deviant other, IntrospectiveMethods const* methods, unsigned propertyId) const
+{
+    if (ObjectIntf* key = referredModelKey(other, methods, propertyId))
+        ++fImpl->referredModels[key];
+}
+
+void Deviant::removeReferred(Deviant other, IntrospectiveMethods const* methods, unsigned propertyId) const
+{
+    ObjectIntf* key = referredModelKey(other, methods, propertyId);
+    if (!key)
+        return;
+    auto const it = fImpl->referredModels.find(key);
+    if (it != fImpl->referredModels.end() && --it->second == 0)
+        fImpl->referredModels.erase(it);
 }
 
 } // namespace TAV

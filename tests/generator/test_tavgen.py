@@ -161,7 +161,7 @@ class KernelDescription(unittest.TestCase):
         self.assertEqual(fields, [
             "fRedefinedProperty", "fRedefinerProperty", "fSubsettedProperty", "fSubsetterProperty",
             "fIsReadOnly", "fDefault", "fIsComposite", "fIsDerived", "fIsDerivedUnion", "fAssociation",
-            "fName", "fVisibility", "fOwnedComment", "fContainer",
+            "fName", "fVisibility", "fOwnedComment", "fModelTAV", "fContainer",
             "fIsOrdered", "fIsUnique", "fLower", "fUpper", "fType"])
         bits = plans.bits(prop)
         self.assertEqual(bits[("Property", "default")], 0)
@@ -265,6 +265,29 @@ class Emission(unittest.TestCase):
         self.assertIn("internal_rawItemsForWrite(aDeviant))\n            list->push_back(", src)
         self.assertIn("return ImmutableBox(getContainer(aDeviant));", src)
         self.assertIn("setOnlyContainer(aDeviant, ImmutableClassObject(aValue));", src)
+
+    def test_one_way_reference_counts_the_referred_model(self):
+        src = self.text("kernel/TAV/NSImplementation/ItemImpl.cpp")
+        # Mandatory, yet a reference can be absent: has and remove are real.
+        self.assertIn("return s->fHome != nullptr;", self.text("kernel/TAV/NSImplementation/ItemImpl_object.cpp"))
+        set_only = src[src.index("void ItemIntf::setOnlyHome"):]
+        set_only = set_only[:set_only.index("\n}\n")]
+        self.assertNotIn("crossModelCheck", set_only, "one-way: may cross models")
+        self.assertLess(set_only.index("aDeviant.removeReferred(current.getDeviant(), &sIntrospectiveMethods, 3);"),
+                        set_only.index("aDeviant.setOrAddReferred(aValue.getDeviant(), &sIntrospectiveMethods, 3);"))
+        self.assertLess(set_only.index("setOrAddReferred"), set_only.index("getWriteDeviantI"))
+        remove_only = src[src.index("void ItemIntf::removeOnlyHome"):]
+        remove_only = remove_only[:remove_only.index("\n}\n")]
+        self.assertIn("if (!current.internal_intf())\n        return;\n"
+                      "    aDeviant.removeReferred(current.getDeviant(), &sIntrospectiveMethods, 3);\n"
+                      "    getWriteDeviantI(aDeviant, this)->removeOnlyHome(aDeviant);", remove_only)
+
+    def test_removing_a_containment_end_always_drops_the_container(self):
+        src = self.text("kernel/TAV/NSImplementation/NamedImpl.cpp")
+        body = src[src.index("void NamedIntf::removeOwner"):]
+        body = body[:body.index("\n}\n")]
+        self.assertNotIn("return;", body, "a container of another metaclass must go too")
+        self.assertTrue(body.rstrip().endswith("removeOnlyContainer(aDeviant);"))
 
     def test_handles(self):
         decl = self.text("export/include/tav/TAV/detail/Item_hdecl.h")

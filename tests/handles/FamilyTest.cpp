@@ -169,12 +169,14 @@ TEST_F(FamilyTest, ContainerOfAnotherMetaclassReadsAsEmptyAndRemoveClearsIt)
     open(root);
     p.setOwningAssociation(a);
     EXPECT_EQ(a.internal_intf()->internal_rawOwnedEnds(root)->size(), 1u);
+    close(root);
     EXPECT_EQ(p.getClass().internal_intf(), nullptr);
     EXPECT_FALSE(p.hasClass());
     EXPECT_TRUE(p.getOwningAssociation() == a);
 
     // The container is one slot: removing through any end empties it, and the
     // association's list is left alone since this end never held it.
+    open(root);
     p.removeClass();
     close(root);
     EXPECT_FALSE(p.hasContainerTAV());

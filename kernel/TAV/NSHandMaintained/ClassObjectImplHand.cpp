@@ -38,6 +38,11 @@ long long objectIndex(NSInterface::ObjectIntf const* aObject, Deviant aDeviant)
     return object ? static_cast<long long>(static_cast<std::int32_t>(object->getObjectIndex(aDeviant))) : -1;
 }
 
+NSInterface::ObjectIntf* modelObject(NSInterface::ModelIntf* aModel)
+{
+    return static_cast<NSInterface::ObjectIntf*>(static_cast<NSInterface::ClassObjectIntf*>(aModel));
+}
+
 // Runs when the library loads, before any model exists.
 struct InstallHooks {
     InstallHooks()
@@ -47,6 +52,7 @@ struct InstallHooks {
         hooks.isClassObject = &isClassObject;
         hooks.metaClassName = &metaClassName;
         hooks.objectIndex = &objectIndex;
+        hooks.modelObject = &modelObject;
     }
 } sInstallHooks;
 

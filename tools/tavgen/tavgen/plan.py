@@ -259,34 +259,28 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
         pl = PropPlan(p, "ref", upkeep=upkeep)
         fname = "fContainer" if p.is_container_slot else f"f{p.upper_name}"
         pl.field = Field(f"{intf(T)}*", fname, "nullptr")
-        optional = p.lower == 0
-        ops = []
-        if optional:
-            ops.append(Op(f"has{U}", "bool", [D], True, pure=True, impl=f"return s->{fname} != nullptr;",
-                          state=f"return {fname} != nullptr;"))
-        else:
-            ops.append(Op(f"has{U}", "bool", [D], True, logic="(void)aDeviant;\nreturn true;"))
+        # Unlike a value, an absent reference shows in its storage, so has/remove are real
+        # whatever the lower bound. A reference into another model is counted for it.
+        refer = (f"aDeviant.setOrAddReferred(aValue.getDeviant(), &sIntrospectiveMethods, {pid});\n")
+        unrefer = (f"aDeviant.removeReferred(current.getDeviant(), &sIntrospectiveMethods, {pid});\n")
+        ops = [Op(f"has{U}", "bool", [D], True, pure=True, impl=f"return s->{fname} != nullptr;",
+                  state=f"return {fname} != nullptr;")]
         push, drop = upkeep_snippets(upkeep, self_expr)
-        if optional:
-            ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic=(
-                f"{H} current = get{U}(aDeviant);\n"
-                f"if (!current.internal_intf())\n    return;\n" + drop +
-                f"removeOnly{U}(aDeviant);")))
-        else:
-            ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic="(void)aDeviant;"))
+        ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic=(
+            f"{H} current = get{U}(aDeviant);\n"
+            f"if (!current.internal_intf())\n    return;\n" + drop +
+            f"removeOnly{U}(aDeviant);")))
         ops.append(Op(f"set{U}", "void", [D, (f"{H} const&", "aValue")], False, mutating=True, logic=(
             cross +
             f"if (has{U}(aDeviant) && get{U}(aDeviant) == aValue)\n    return;\n"
             f"setOnly{U}(aDeviant, aValue);\n" + push)))
         ops.append(Op(f"get{U}", H, [D], True, pure=True, impl=f"return {H}(s->{fname}, aDeviant);",
                       state=f"return {H}({fname}, aDeviant);"))
-        if optional:
-            ops.append(Op(f"removeOnly{U}", "void", [D], False, mutating=True, logic=(
-                f"if (!has{U}(aDeviant))\n    return;\n"
-                f"getWriteDeviantI(aDeviant, this)->removeOnly{U}(aDeviant);"),
-                state=f"{fname} = nullptr;"))
-        else:
-            ops.append(Op(f"removeOnly{U}", "void", [D], False, mutating=True, logic="(void)aDeviant;"))
+        ops.append(Op(f"removeOnly{U}", "void", [D], False, mutating=True, logic=(
+            f"{H} current = get{U}(aDeviant);\n"
+            f"if (!current.internal_intf())\n    return;\n" + unrefer +
+            f"getWriteDeviantI(aDeviant, this)->removeOnly{U}(aDeviant);"),
+            state=f"{fname} = nullptr;"))
         ops.append(Op(f"setOnly{U}", "void", [D, (f"{H} const&", "aValue")], False, mutating=True, logic=(
             cross +
             f"if (!aValue.internal_intf()) {{\n"
@@ -294,8 +288,8 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
             f"{H} current = get{U}(aDeviant);\n"
             f"if (current.internal_intf()) {{\n"
             f"    if (current == aValue)\n        return;\n" +
-            "".join("    " + l + "\n" for l in drop.splitlines()) +
-            f"}}\n"
+            "".join("    " + l + "\n" for l in (drop + unrefer).splitlines()) +
+            f"}}\n" + refer +
             f"getWriteDeviantI(aDeviant, this)->setOnly{U}(aDeviant, aValue);"),
             state=f"{fname} = family::firstPath(aValue.internal_intf());"))
         pl.ops = ops
@@ -315,11 +309,10 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
         if optional:
             ops.append(Op(f"has{U}", "bool", [D], True,
                           logic=f"return get{U}(aDeviant).internal_intf() != nullptr;"))
-            # The container goes whichever metaclass it is of: only the opposite
-            # list needs a current value of this end's type.
+            # The container goes whichever end holds it; only this end's list needs upkeep.
             ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic=(
-                f"{H} current = get{U}(aDeviant);\n" +
-                (f"if (current.internal_intf()) {{\n" +
+                (f"{H} current = get{U}(aDeviant);\n"
+                 f"if (current.internal_intf()) {{\n" +
                  "".join("    " + l + "\n" for l in drop.splitlines()) + "}\n" if drop else "") +
                 f"removeOnly{slot}(aDeviant);")))
         else:

@@ -12,6 +12,7 @@ class DeviantManager;
 struct IntrospectiveMethods;
 
 namespace NSInterface {
+class ModelIntf;
 class ObjectIntf;
 }
 
@@ -80,6 +81,8 @@ public:
     int getDeviantId() const;
     Deviant getRootDeviant() const;
     DeviantManager* getDeviantManager() const;
+    // Null while the manager has no model.
+    NSInterface::ModelIntf* getModel() const;
     std::string getName() const;
     bool isValid() const;
     void getAllDeviants(std::vector<Deviant>& out) const;
@@ -104,10 +107,19 @@ public:
     std::string getMessageObjectIsInvalid(NSInterface::ObjectIntf const* object) const;
     bool isInDifferentModel(Deviant other, IntrospectiveMethods const* methods, unsigned propertyId) const;
 
+    // Counts, per model of `other`, the references this deviant's model holds
+    // into it through a persistent property; what saving must bring along.
+    void setOrAddReferred(Deviant other, IntrospectiveMethods const* methods, unsigned propertyId) const;
+    // Undoes one count; the entry goes at zero. An unknown model is ignored.
+    void removeReferred(Deviant other, IntrospectiveMethods const* methods, unsigned propertyId) const;
+
 private:
     void assertSameModel(NSInterface::ObjectIntf const* object) const;
     // The common guards of the notify operations; false when there is nothing to do.
     bool enterNotify(NSInterface::ObjectIntf* object, char const* operation) const;
+    // The key of `other`'s model when a reference into it counts, else null.
+    NSInterface::ObjectIntf* referredModelKey(Deviant other, IntrospectiveMethods const* methods,
+                                              unsigned propertyId) const;
 };
 
 static_assert(sizeof(Deviant) == sizeof(void*), "a Deviant is one word");
