@@ -16,9 +16,9 @@ class AsserterEx;
 class TAV_EXPORT Asserter {
 public:
     explicit Asserter(bool condition) : passed(condition) {}
-    // Inline, so that a passing check on a concrete asserter costs no call.
     virtual ~Asserter() = default;
 
+    // Inline, so that a passing check on a concrete asserter costs no call.
     virtual void handle(const char* file, int line, const char* expression) const
     {
         if (passed)
@@ -44,7 +44,8 @@ protected:
     bool passed;
 
 private:
-    [[noreturn]] void raise(const char* file, int line, const char* expression) const;
+    // What a failed check throws; each asserter kind raises its own exception.
+    [[noreturn]] virtual void raise(const char* file, int line, const char* expression) const;
 };
 
 // Throws E with "Assertion failed: <fLogBuf> at <file>:<line>: <expression>".
@@ -53,15 +54,8 @@ class TAV_EXPORT AsserterEx : public Asserter {
 public:
     explicit AsserterEx(bool condition) : Asserter(condition) {}
 
-    void handle(const char* file, int line, const char* expression) const override
-    {
-        if (passed)
-            return;
-        raise(file, line, expression);
-    }
-
 private:
-    [[noreturn]] void raise(const char* file, int line, const char* expression) const;
+    [[noreturn]] void raise(const char* file, int line, const char* expression) const override;
 };
 
 // Throws ExceptionUnicode: the location, a line feed, then the given text.
@@ -70,15 +64,8 @@ class TAV_EXPORT AsserterEx<ExceptionUnicode> : public Asserter {
 public:
     AsserterEx(bool condition, const std::u16string& text) : Asserter(condition), fText(text) {}
 
-    void handle(const char* file, int line, const char* expression) const override
-    {
-        if (passed)
-            return;
-        raise(file, line, expression);
-    }
-
 private:
-    [[noreturn]] void raise(const char* file, int line, const char* expression) const;
+    [[noreturn]] void raise(const char* file, int line, const char* expression) const override;
     std::u16string fText;
 };
 
@@ -89,15 +76,8 @@ class TAV_EXPORT AsserterEx<UserException> : public Asserter {
 public:
     AsserterEx(bool condition, const BaseMsgID& messageId) : Asserter(condition), fMessage(messageId) {}
 
-    void handle(const char* file, int line, const char* expression) const override
-    {
-        if (passed)
-            return;
-        raise(file, line, expression);
-    }
-
 private:
-    [[noreturn]] void raise(const char* file, int line, const char* expression) const;
+    [[noreturn]] void raise(const char* file, int line, const char* expression) const override;
     const BaseMsgID& fMessage;
 };
 
