@@ -3,14 +3,13 @@
 #include <tav/TAV/NSInterface/ObjectIntf.h>
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/deviant/Deviations.h>
+#include <tav/kernel/util/Asserter.h>
 
 namespace TAV {
 
 using NSInterface::ObjectIntf;
 
 namespace {
-
-constexpr char kInternalMessage[] = "Internal assertion without a message detected! Please fix me asap";
 
 bool undoRecords(Deviant d)
 {
@@ -28,7 +27,7 @@ Deviant Deviations::normalise(Deviant d, Deviant objectRoot) const
         DeviantAssertions::internalAssertAlways("object accessed after its deviant has been removed");
     internal::DeviantImpl const* const root = objectRoot.impl();
     if (!root || root->id != 0) {
-        DeviantAssertions::internalAssert(false, kInternalMessage);
+        DeviantAssertions::internalAssert(false, Asserter::sNoMessage);
         if (!root)
             return Deviant();
     }

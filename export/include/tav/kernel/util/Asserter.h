@@ -37,6 +37,9 @@ public:
     static AsserterEx<E> MakeAlways(const char* format, ...)
         __attribute__((format(printf, 1, 2)));
 
+    // The text of internal checks that have nothing more to say.
+    static constexpr char sNoMessage[] = "Internal assertion without a message detected! Please fix me asap";
+
     // The last formatted assertion text, shared by the whole process, unlocked.
     static char fLogBuf[4097];
 
