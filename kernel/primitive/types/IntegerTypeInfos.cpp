@@ -9,7 +9,6 @@
 #include <charconv>
 #include <locale>
 #include <sstream>
-#include <type_traits>
 
 namespace TAV {
 
@@ -27,9 +26,9 @@ bool extract(std::string const& text, Raw& out)
     bool const hex = text.size() >= 2 && text[0] == '0' && text[1] == 'x';
     char const* const first = text.data() + (hex ? 2 : 0);
     char const* const last = text.data() + text.size();
-    // from_chars takes a sign where the stream does not (after "0x") or
-    // reads it otherwise (a negative unsigned wraps in the stream).
-    if (first != last && *first != '-') {
+    // After "0x" the stream takes no sign, from_chars would. (For unsigned
+    // types from_chars refuses a sign, and the stream wraps the value.)
+    if (first != last && !(hex && *first == '-')) {
         Raw value{};
         auto const [end, ec] = std::from_chars(first, last, value, hex ? 16 : 10);
         if (ec == std::errc() && end == last) {
