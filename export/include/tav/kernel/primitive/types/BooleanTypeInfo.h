@@ -5,9 +5,9 @@
 
 namespace TAV {
 
-// The type description of TAV::Boolean: its values travel in a BRIX::any as
-// TAV::Boolean.
-// Text "true" or "false", nothing else.
+// The type description of TAV::Boolean, whose values travel in a BRIX::any as
+// TAV::Boolean, never as a raw value. Text is "true" or "false", nothing
+// else.
 class TAV_EXPORT BooleanTypeInfo : public BRIX::Type {
 public:
     static BRIX::TypeInfo Create();

@@ -5,9 +5,9 @@
 
 namespace TAV {
 
-// The type description of TAV::Double: its values travel in a BRIX::any as
-// TAV::Double.
-// "inf", "-inf", "NaN" or the shortest text that reads back exactly.
+// The type description of TAV::Double, whose values travel in a BRIX::any as
+// TAV::Double, never as a raw value. Text is "inf", "-inf", "NaN", or the
+// shortest text that reads back exactly.
 class TAV_EXPORT DoubleTypeInfo : public BRIX::Type {
 public:
     static BRIX::TypeInfo Create();

@@ -5,9 +5,9 @@
 
 namespace TAV {
 
-// The type description of TAV::Integer: its values travel in a BRIX::any as
-// TAV::Integer.
-// Decimal text, or hexadecimal after "0x".
+// The type description of TAV::Integer, whose values travel in a BRIX::any as
+// TAV::Integer, never as a raw value. Text is decimal, or hexadecimal after
+// "0x" when read.
 class TAV_EXPORT IntegerTypeInfo : public BRIX::Type {
 public:
     static BRIX::TypeInfo Create();

@@ -5,9 +5,9 @@
 
 namespace TAV {
 
-// The type description of TAV::Real: its values travel in a BRIX::any as
-// TAV::Real.
-// "inf", "-inf", "NaN" or the shortest text that reads back exactly.
+// The type description of TAV::Real, whose values travel in a BRIX::any as
+// TAV::Real, never as a raw value. Text is "inf", "-inf", "NaN", or the
+// shortest text that reads back exactly.
 class TAV_EXPORT RealTypeInfo : public BRIX::Type {
 public:
     static BRIX::TypeInfo Create();

@@ -5,9 +5,9 @@
 
 namespace TAV {
 
-// The type description of TAV::Single: its values travel in a BRIX::any as
-// TAV::Single.
-// "inf", "-inf", "NaN" or the shortest text that reads back as the same float.
+// The type description of TAV::Single, whose values travel in a BRIX::any as
+// TAV::Single, never as a raw value. Text is "inf", "-inf", "NaN", or the
+// shortest text that reads back as the same float.
 class TAV_EXPORT SingleTypeInfo : public BRIX::Type {
 public:
     static BRIX::TypeInfo Create();

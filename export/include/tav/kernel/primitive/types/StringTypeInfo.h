@@ -5,9 +5,9 @@
 
 namespace TAV {
 
-// The type description of TAV::String: its values travel in a BRIX::any as
-// TAV::String.
-// UTF-8 text; the UTF-16 forms skip the round trip through UTF-8.
+// The type description of TAV::String, whose values travel in a BRIX::any as
+// TAV::String, never as a raw value. Text is UTF-8; the UTF-16 forms skip the
+// round trip through UTF-8.
 class TAV_EXPORT StringTypeInfo : public BRIX::Type {
 public:
     static BRIX::TypeInfo Create();

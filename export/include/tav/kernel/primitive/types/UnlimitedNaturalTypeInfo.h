@@ -5,9 +5,9 @@
 
 namespace TAV {
 
-// The type description of TAV::UnlimitedNatural: its values travel in a BRIX::any as
-// TAV::UnlimitedNatural.
-// As Integer, unsigned; "*" (or "-1" when read) is unlimited.
+// The type description of TAV::UnlimitedNatural, whose values travel in a
+// BRIX::any as TAV::UnlimitedNatural, never as a raw value. As Integer,
+// unsigned; unlimited is "*", and "-1" reads as unlimited too.
 class TAV_EXPORT UnlimitedNaturalTypeInfo : public BRIX::Type {
 public:
     static BRIX::TypeInfo Create();
