@@ -3,6 +3,8 @@
 #include <tav/TAV/PersistenceKind.h>
 #include <tav/TAV/VisibilityKind.h>
 
+#include <BRIX/SpecificEnumType.h>
+
 namespace TAV {
 
 std::string EnumerationValue::toString(Literals const& literals, int value)
@@ -44,6 +46,54 @@ EnumerationValue::Literals const& PackageMergeKind::getLiterals()
 {
     static Literals const sLiterals{{Extend, "exdend"}, {Define, "define"}};
     return sLiterals;
+}
+
+std::string const& VisibilityKind::getTypeName()
+{
+    static std::string const sName("VisibilityKind");
+    return sName;
+}
+
+BRIX::TypeInfo const& VisibilityKind::getTypeInfo()
+{
+    static BRIX::TypeInfo const sInfo = BRIX::SpecificEnumType<VisibilityKind>::Create();
+    return sInfo;
+}
+
+std::string const& ParameterDirectionKind::getTypeName()
+{
+    static std::string const sName("ParameterDirectionKind");
+    return sName;
+}
+
+BRIX::TypeInfo const& ParameterDirectionKind::getTypeInfo()
+{
+    static BRIX::TypeInfo const sInfo = BRIX::SpecificEnumType<ParameterDirectionKind>::Create();
+    return sInfo;
+}
+
+std::string const& PersistenceKind::getTypeName()
+{
+    static std::string const sName("PersistenceKind");
+    return sName;
+}
+
+BRIX::TypeInfo const& PersistenceKind::getTypeInfo()
+{
+    static BRIX::TypeInfo const sInfo = BRIX::SpecificEnumType<PersistenceKind>::Create();
+    return sInfo;
+}
+
+std::string const& PackageMergeKind::getTypeName()
+{
+    static std::string const sName("PackageMergeKind");
+    return sName;
+}
+
+BRIX::TypeInfo const& PackageMergeKind::getTypeInfo()
+{
+    static BRIX::TypeInfo const sInfo = BRIX::SpecificEnumType<PackageMergeKind>::Create();
+    return sInfo;
 }
 
 } // namespace TAV

@@ -1,5 +1,14 @@
+#include <tav/TAV/Boolean.h>
+#include <tav/TAV/Double.h>
+#include <tav/TAV/Integer.h>
+#include <tav/TAV/Single.h>
 #include <tav/TAV/String.h>
+#include <tav/TAV/UnlimitedNatural.h>
+#include <tav/kernel/primitive/types/StringTypeInfo.h>
+#include <tav/kernel/util/StringUtil.h>
 
+#include <sstream>
+#include <stdexcept>
 
 namespace TAV {
 
@@ -91,6 +100,38 @@ String::String(char const* utf8) : fText(utf8 ? fromUtf8(utf8, std::char_traits<
 
 String::String(std::string const& utf8) : fText(fromUtf8(utf8.data(), utf8.size())) {}
 
+String::String(int value) : String(Integer(value).toString()) {}
+
+String::String(unsigned int value) : String(UnlimitedNatural(value).toString()) {}
+
+String::String(double value) : String(Double(value).toString()) {}
+
+String::String(float value) : String(Single(value).toString()) {}
+
+String::String(bool value) : String(Boolean(value).toString()) {}
+
+std::string const& String::getTypeName()
+{
+    static std::string const sName("String");
+    return sName;
+}
+
+BRIX::TypeInfo const& String::getTypeInfo()
+{
+    static BRIX::TypeInfo const sInfo = StringTypeInfo::Create();
+    return sInfo;
+}
+
+std::string String::to_string(std::u16string const& text)
+{
+    return TAV::toUtf8(text);
+}
+
+std::u16string String::to_ustring(std::string const& text)
+{
+    return fromUtf8(text.data(), text.size());
+}
+
 String& String::operator=(String const& other)
 {
     if (this != &other) {
@@ -131,5 +172,27 @@ String& String::operator+=(String const& other)
     fUtf8.reset();
     return *this;
 }
+
+namespace util {
+
+std::u16string UTF8ToUString(std::string const& text)
+{
+    return String::to_ustring(text);
+}
+
+std::string UStringToUTF8(std::u16string const& text)
+{
+    return String::to_string(text);
+}
+
+std::string stringify(double value)
+{
+    std::ostringstream out;
+    if (!(out << value))
+        throw std::runtime_error("bad conversion stringify(double)");
+    return out.str();
+}
+
+} // namespace util
 
 } // namespace TAV

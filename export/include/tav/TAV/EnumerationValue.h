@@ -1,5 +1,6 @@
 #pragma once
 
+#include <BRIX/Type.h>
 #include <tav/Export.h>
 #include <tav/TAV/ScalarValue.h>
 

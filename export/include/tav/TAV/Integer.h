@@ -1,14 +1,24 @@
 #pragma once
 
+#include <BRIX/Type.h>
+#include <tav/Export.h>
 #include <tav/TAV/ScalarValue.h>
+#include <tav/TAV/String.h>
 
 #include <cstdint>
 
 namespace TAV {
 
-class Integer : public ScalarValue<Integer, std::int32_t> {
+class TAV_EXPORT Integer : public ScalarValue<Integer, std::int32_t> {
 public:
     using ScalarValue::ScalarValue;
+    // Asserts on a text that is no Integer, as fromString does.
+    explicit Integer(String const& text);
+
+    static std::string const& getTypeName();
+    static BRIX::TypeInfo const& getTypeInfo();
+    String toString() const;
+    static Integer fromString(String const& text);
 };
 
 } // namespace TAV

@@ -10,6 +10,9 @@ public:
 
     using EnumerationOf::EnumerationOf;
     static Literals const& getLiterals();
+    static std::string const& getTypeName();
+    // A BRIX::SpecificEnumType over getLiterals().
+    static BRIX::TypeInfo const& getTypeInfo();
 };
 
 } // namespace TAV

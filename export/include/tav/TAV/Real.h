@@ -1,12 +1,22 @@
 #pragma once
 
+#include <BRIX/Type.h>
+#include <tav/Export.h>
 #include <tav/TAV/ScalarValue.h>
+#include <tav/TAV/String.h>
 
 namespace TAV {
 
-class Real : public ScalarValue<Real, double> {
+class TAV_EXPORT Real : public ScalarValue<Real, double> {
 public:
     using ScalarValue::ScalarValue;
+    // Asserts on a text that is no Real, as fromString does.
+    explicit Real(String const& text);
+
+    static std::string const& getTypeName();
+    static BRIX::TypeInfo const& getTypeInfo();
+    String toString() const;
+    static Real fromString(String const& text);
 };
 
 } // namespace TAV

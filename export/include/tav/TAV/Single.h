@@ -1,12 +1,22 @@
 #pragma once
 
+#include <BRIX/Type.h>
+#include <tav/Export.h>
 #include <tav/TAV/ScalarValue.h>
+#include <tav/TAV/String.h>
 
 namespace TAV {
 
-class Single : public ScalarValue<Single, float> {
+class TAV_EXPORT Single : public ScalarValue<Single, float> {
 public:
     using ScalarValue::ScalarValue;
+    // Asserts on a text that is no Single, as fromString does.
+    explicit Single(String const& text);
+
+    static std::string const& getTypeName();
+    static BRIX::TypeInfo const& getTypeInfo();
+    String toString() const;
+    static Single fromString(String const& text);
 };
 
 } // namespace TAV

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <BRIX/Type.h>
 #include <tav/Export.h>
 
 #include <memory>
@@ -16,6 +17,14 @@ public:
     String(std::string const& utf8);
     String(std::u16string text) : fText(std::move(text)) {}
     String(char16_t const* text) : fText(text ? text : u"") {}
+    // The text of the value class: Integer, UnlimitedNatural ("*" for all
+    // ones), Double, Single, Boolean. Explicit, so that no number passes for
+    // a String unnoticed.
+    explicit String(int value);
+    explicit String(unsigned int value);
+    explicit String(double value);
+    explicit String(float value);
+    explicit String(bool value);
     String(String const& other) : fText(other.fText) {}
     String(String&& other) noexcept = default;
     String& operator=(String const& other);
@@ -27,6 +36,15 @@ public:
     // Valid until the next mutation of this String.
     char const* c_str() const;
     std::string toUtf8() const;
+
+    static std::string const& getTypeName();
+    static BRIX::TypeInfo const& getTypeInfo();
+    String toString() const { return *this; }
+    static String fromString(String const& text) { return text; }
+
+    // UTF-16 to UTF-8 and back; malformed input becomes U+FFFD.
+    static std::string to_string(std::u16string const& text);
+    static std::u16string to_ustring(std::string const& text);
 
     bool empty() const { return fText.empty(); }
     std::size_t size() const { return fText.size(); }

@@ -1,15 +1,25 @@
 #pragma once
 
+#include <BRIX/Type.h>
+#include <tav/Export.h>
 #include <tav/TAV/ScalarValue.h>
+#include <tav/TAV/String.h>
 
 #include <cstdint>
 
 namespace TAV {
 
 // All ones stands for unlimited ("*").
-class UnlimitedNatural : public ScalarValue<UnlimitedNatural, std::uint32_t> {
+class TAV_EXPORT UnlimitedNatural : public ScalarValue<UnlimitedNatural, std::uint32_t> {
 public:
     using ScalarValue::ScalarValue;
+    // Asserts on a text that is no UnlimitedNatural, as fromString does.
+    explicit UnlimitedNatural(String const& text);
+
+    static std::string const& getTypeName();
+    static BRIX::TypeInfo const& getTypeInfo();
+    String toString() const;
+    static UnlimitedNatural fromString(String const& text);
 
     static constexpr std::uint32_t kUnlimited = 0xFFFFFFFFu;
     bool isUnlimited() const { return fValue == kUnlimited; }

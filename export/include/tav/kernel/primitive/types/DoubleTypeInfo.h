@@ -1,0 +1,23 @@
+#pragma once
+
+#include <BRIX/Type.h>
+#include <tav/Export.h>
+
+namespace TAV {
+
+// The type description of TAV::Double, whose values travel in a BRIX::any as
+// TAV::Double, never as a raw value. Text is "inf", "-inf", "NaN", or the
+// shortest text that reads back exactly.
+class TAV_EXPORT DoubleTypeInfo : public BRIX::Type {
+public:
+    static BRIX::TypeInfo Create();
+
+    BRIX::any convertFromString(std::string const& text, BRIX::ErrorHolder& errors) const override;
+    std::string convertToString(BRIX::any const& value) const override;
+    BRIX::any defaultConstruct() const override;
+    bool isEqualTo(BRIX::any const& a, BRIX::any const& b) const override;
+    bool isLessThan(BRIX::any const& a, BRIX::any const& b) const override;
+    std::unique_ptr<BRIX::Type> clone() const override;
+};
+
+} // namespace TAV

@@ -1,0 +1,429 @@
+#include <tav/TAV/Boolean.h>
+#include <tav/TAV/Double.h>
+#include <tav/TAV/Integer.h>
+#include <tav/TAV/PackageMergeKind.h>
+#include <tav/TAV/Real.h>
+#include <tav/TAV/Single.h>
+#include <tav/TAV/String.h>
+#include <tav/TAV/UnlimitedNatural.h>
+#include <tav/TAV/VisibilityKind.h>
+#include <tav/kernel/primitive/types/BooleanTypeInfo.h>
+#include <tav/kernel/primitive/types/DoubleTypeInfo.h>
+#include <tav/kernel/primitive/types/IntegerTypeInfo.h>
+#include <tav/kernel/primitive/types/RealTypeInfo.h>
+#include <tav/kernel/primitive/types/SingleTypeInfo.h>
+#include <tav/kernel/primitive/types/StringTypeInfo.h>
+#include <tav/kernel/primitive/types/UnlimitedNaturalTypeInfo.h>
+#include <tav/kernel/util/Exception.h>
+#include <tav/kernel/util/StringUtil.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <locale>
+#include <vector>
+
+namespace {
+
+using ::testing::HasSubstr;
+using TAV::String;
+
+// What a description makes of a text: the value, or the error text.
+struct Read {
+    BRIX::any value;
+    std::string error;
+};
+
+Read read(BRIX::TypeInfo const& info, std::string const& text)
+{
+    BRIX::ErrorHolder errors;
+    Read r{info.convertFromString(text, errors), errors.getErrorText()};
+    EXPECT_EQ(r.value.empty(), errors.hasError()) << "a failure yields the empty any, a success a value";
+    return r;
+}
+
+template <class V>
+typename V::RawType readAs(BRIX::TypeInfo const& info, std::string const& text)
+{
+    Read const r = read(info, text);
+    V const* v = BRIX::any_cast<V>(&r.value);
+    EXPECT_TRUE(v) << "'" << text << "' read as " << V::getTypeName() << ": " << r.error;
+    return v ? v->value() : typename V::RawType{};
+}
+
+template <class V>
+std::string write(typename V::RawType value)
+{
+    return V::getTypeInfo().convertToString(BRIX::any(V(value)));
+}
+
+std::string assertionText(auto&& call)
+{
+    try {
+        call();
+    } catch (TAV::Exception const& e) {
+        return e.what();
+    }
+    return "no exception";
+}
+
+std::vector<BRIX::TypeInfo> allDescriptions()
+{
+    return {TAV::BooleanTypeInfo::Create(), TAV::IntegerTypeInfo::Create(), TAV::UnlimitedNaturalTypeInfo::Create(),
+            TAV::RealTypeInfo::Create(),    TAV::DoubleTypeInfo::Create(),  TAV::SingleTypeInfo::Create(),
+            TAV::StringTypeInfo::Create()};
+}
+
+TEST(TypeInfoTest, BooleanTakesOnlyTheTwoExactWords)
+{
+    BRIX::TypeInfo const info = TAV::Boolean::getTypeInfo();
+    EXPECT_TRUE(readAs<TAV::Boolean>(info, "true"));
+    EXPECT_FALSE(readAs<TAV::Boolean>(info, "false"));
+    EXPECT_EQ(read(info, "True").error, "Can't convert string 'True' to bool");
+    for (char const* text : {" true", "true ", "1", "0", "", "FALSE"})
+        EXPECT_TRUE(read(info, text).value.empty()) << text;
+    EXPECT_EQ(write<TAV::Boolean>(true), "true");
+    EXPECT_EQ(write<TAV::Boolean>(false), "false");
+}
+
+TEST(TypeInfoTest, IntegerReadsLikeAStreamWithHexAfter0x)
+{
+    BRIX::TypeInfo const info = TAV::Integer::getTypeInfo();
+    EXPECT_EQ(readAs<TAV::Integer>(info, "42"), 42);
+    EXPECT_EQ(readAs<TAV::Integer>(info, "-2147483648"), std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(readAs<TAV::Integer>(info, "0x10"), 16);
+    EXPECT_EQ(readAs<TAV::Integer>(info, "0x7fffffff"), 2147483647);
+    EXPECT_EQ(readAs<TAV::Integer>(info, "010"), 10) << "a leading zero is no octal";
+    EXPECT_EQ(readAs<TAV::Integer>(info, "12abc"), 12) << "trailing text is not looked at";
+    EXPECT_EQ(readAs<TAV::Integer>(info, "  +7"), 7) << "blanks and '+' as the stream takes them";
+    EXPECT_EQ(readAs<TAV::Integer>(info, "0X10"), 0) << "only a lower-case 0x is hexadecimal";
+
+    EXPECT_EQ(read(info, "abc").error, "Can't convert string 'abc' to INT32_T");
+    for (char const* text : {"", "-", "2147483648", "-2147483649", "0x80000000", "0x", "0xg", "0x-5"})
+        EXPECT_EQ(read(info, text).error, std::string("Can't convert string '") + text + "' to INT32_T");
+
+    EXPECT_EQ(write<TAV::Integer>(-17), "-17");
+    EXPECT_EQ(write<TAV::Integer>(std::numeric_limits<std::int32_t>::min()), "-2147483648");
+}
+
+TEST(TypeInfoTest, UnlimitedNaturalReadsStarAndMinusOneAsUnlimited)
+{
+    BRIX::TypeInfo const info = TAV::UnlimitedNatural::getTypeInfo();
+    EXPECT_EQ(readAs<TAV::UnlimitedNatural>(info, "*"), 4294967295u);
+    EXPECT_EQ(readAs<TAV::UnlimitedNatural>(info, "-1"), 4294967295u);
+    EXPECT_EQ(readAs<TAV::UnlimitedNatural>(info, "4294967295"), 4294967295u);
+    EXPECT_EQ(readAs<TAV::UnlimitedNatural>(info, "0x10"), 16u);
+    EXPECT_EQ(readAs<TAV::UnlimitedNatural>(info, "0xFFFFFFFF"), 4294967295u);
+    EXPECT_EQ(readAs<TAV::UnlimitedNatural>(info, "-5"), 4294967291u) << "a stream wraps a negative unsigned";
+    EXPECT_EQ(read(info, "4294967296").error, "Can't convert string '4294967296' to UINT32_T");
+    EXPECT_EQ(read(info, "**").error, "Can't convert string '**' to UINT32_T");
+
+    EXPECT_EQ(write<TAV::UnlimitedNatural>(TAV::UnlimitedNatural::kUnlimited), "*");
+    EXPECT_EQ(write<TAV::UnlimitedNatural>(4294967294u), "4294967294");
+    EXPECT_EQ(write<TAV::UnlimitedNatural>(0), "0");
+}
+
+TEST(TypeInfoTest, FloatsReadTheThreeNamesExactlyAndTheRestThroughAStream)
+{
+    BRIX::TypeInfo const info = TAV::Double::getTypeInfo();
+    EXPECT_TRUE(std::isnan(readAs<TAV::Double>(info, "NaN")));
+    EXPECT_EQ(readAs<TAV::Double>(info, "inf"), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(readAs<TAV::Double>(info, "-inf"), -std::numeric_limits<double>::infinity());
+    double const negativeZero = readAs<TAV::Double>(info, "-0");
+    EXPECT_TRUE(negativeZero == 0 && std::signbit(negativeZero));
+    EXPECT_EQ(readAs<TAV::Double>(info, "1.5abc"), 1.5);
+    EXPECT_EQ(readAs<TAV::Double>(info, " +2.5"), 2.5);
+    EXPECT_EQ(readAs<TAV::Double>(info, "-.5e1"), -5.0);
+    EXPECT_EQ(readAs<TAV::Double>(info, "1e-400"), 0.0) << "underflow is no failure of the stream";
+
+    EXPECT_EQ(read(info, "1e400").error, "Can't convert string '1e400' to double");
+    for (char const* text : {"nan", "-NaN", "Inf", "infinity", "1e", "1e+", "", ".", "x1"})
+        EXPECT_EQ(read(info, text).error, std::string("Can't convert string '") + text + "' to double");
+
+    BRIX::TypeInfo const single = TAV::Single::getTypeInfo();
+    EXPECT_TRUE(std::isnan(readAs<TAV::Single>(single, "NaN")));
+    EXPECT_EQ(readAs<TAV::Single>(single, "-inf"), -std::numeric_limits<float>::infinity());
+    EXPECT_EQ(readAs<TAV::Single>(single, "0.1"), 0.1f);
+    EXPECT_EQ(read(single, "1e39").error, "Can't convert string '1e39' to float") << "beyond a float, not a double";
+    EXPECT_EQ(read(TAV::Real::getTypeInfo(), "nan").error, "Can't convert string 'nan' to double");
+    EXPECT_EQ(readAs<TAV::Real>(TAV::Real::getTypeInfo(), "0x10"), 0.0) << "no hexadecimal for floats";
+}
+
+TEST(TypeInfoTest, FloatsWriteNamesZeroAndTheShortestExactText)
+{
+    EXPECT_EQ(write<TAV::Double>(std::nan("")), "NaN");
+    EXPECT_EQ(write<TAV::Double>(-std::numeric_limits<double>::infinity()), "-inf");
+    EXPECT_EQ(write<TAV::Double>(std::numeric_limits<double>::infinity()), "inf");
+    EXPECT_EQ(write<TAV::Double>(-0.0), "0");
+    EXPECT_EQ(write<TAV::Double>(0.0), "0");
+    EXPECT_EQ(write<TAV::Double>(0.1), "0.1");
+    EXPECT_EQ(write<TAV::Double>(-2.5), "-2.5");
+    EXPECT_EQ(write<TAV::Real>(1e21), "1e+21");
+    EXPECT_EQ(write<TAV::Single>(0.1f), "0.1") << "shortest for a float, not for the double it widens to";
+    EXPECT_EQ(write<TAV::Single>(-0.0f), "0");
+    EXPECT_EQ(write<TAV::Single>(std::numeric_limits<float>::quiet_NaN()), "NaN");
+}
+
+template <class V>
+void expectRoundTrips(std::vector<typename V::RawType> const& values)
+{
+    BRIX::TypeInfo const& info = V::getTypeInfo();
+    for (auto const value : values) {
+        std::string const text = write<V>(value);
+        auto const back = readAs<V>(info, text);
+        EXPECT_EQ(std::bit_cast<typename V::RawType>(back), std::bit_cast<typename V::RawType>(value))
+            << V::getTypeName() << " " << text;
+    }
+}
+
+TEST(TypeInfoTest, AwkwardFloatsReadBackBitForBit)
+{
+    using D = std::numeric_limits<double>;
+    expectRoundTrips<TAV::Double>({0.1, 1.0 / 3, D::max(), -D::max(), D::min(), D::denorm_min(), -D::denorm_min(),
+                                   D::min() / 3, 2.2250738585072009e-308, 9007199254740993.0, 1e21, 1e-7, 123456.789,
+                                   D::epsilon(), D::infinity(), -D::infinity(), 0.0});
+    expectRoundTrips<TAV::Real>({0.3, D::max(), D::denorm_min(), 5e-324, 1.7976931348623157e308});
+
+    using F = std::numeric_limits<float>;
+    expectRoundTrips<TAV::Single>({0.1f, 1.0f / 3, F::max(), -F::max(), F::min(), F::denorm_min(), -F::denorm_min(),
+                                   16777217.0f, 3.4028235e38f, 1e-7f, F::epsilon(), F::infinity(), 0.0f});
+}
+
+// A host locale with a decimal comma and grouped thousands.
+struct CommaNumbers : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(TypeInfoTest, TextDoesNotFollowTheHostLocale)
+{
+    std::locale const previous = std::locale::global(std::locale(std::locale::classic(), new CommaNumbers));
+    // Leading blanks keep these off the fast road, on the stream's.
+    double const real = readAs<TAV::Double>(TAV::Double::getTypeInfo(), " 1.5");
+    std::int32_t const integer = readAs<TAV::Integer>(TAV::Integer::getTypeInfo(), " 1.000");
+    std::string const written = write<TAV::Integer>(1000000);
+    std::locale::global(previous);
+    EXPECT_EQ(real, 1.5);
+    EXPECT_EQ(integer, 1);
+    EXPECT_EQ(written, "1000000");
+}
+
+TEST(TypeInfoTest, EachTypeComparesAsItsValuesDoNotAsItsText)
+{
+    BRIX::TypeInfo const integer = TAV::Integer::getTypeInfo();
+    EXPECT_TRUE(integer->isLessThan(TAV::Integer(2), TAV::Integer(10))) << "as text \"10\" < \"2\"";
+    EXPECT_TRUE(integer->isLessThan(TAV::Integer(-3), TAV::Integer(-2)));
+    EXPECT_FALSE(integer->isEqualTo(TAV::Integer(2), TAV::Integer(3)));
+
+    BRIX::TypeInfo const natural = TAV::UnlimitedNatural::getTypeInfo();
+    EXPECT_TRUE(natural->isLessThan(TAV::UnlimitedNatural(9), TAV::UnlimitedNatural(TAV::UnlimitedNatural::kUnlimited)))
+        << "unlimited is the greatest, though \"*\" sorts before digits";
+
+    BRIX::TypeInfo const real = TAV::Double::getTypeInfo();
+    double const nan = std::numeric_limits<double>::quiet_NaN();
+    double const inf = std::numeric_limits<double>::infinity();
+    EXPECT_TRUE(real->isEqualTo(TAV::Double(nan), TAV::Double(nan))) << "rewriting NaN is no change";
+    EXPECT_TRUE(real->isEqualTo(TAV::Double(-0.0), TAV::Double(0.0)));
+    EXPECT_TRUE(real->isLessThan(TAV::Double(inf), TAV::Double(nan))) << "NaN sorts after every number";
+    EXPECT_FALSE(real->isLessThan(TAV::Double(nan), TAV::Double(inf)));
+    EXPECT_FALSE(real->isLessThan(TAV::Double(nan), TAV::Double(nan)));
+    EXPECT_TRUE(real->isLessThan(TAV::Double(9.5), TAV::Double(10)));
+    EXPECT_TRUE(TAV::Single::getTypeInfo()->isLessThan(TAV::Single(-1.0f), TAV::Single(0.5f)));
+
+    BRIX::TypeInfo const text = TAV::String::getTypeInfo();
+    EXPECT_TRUE(text->isLessThan(String("ab"), String("b")));
+    EXPECT_TRUE(text->isEqualTo(String("\xC3\xA9"), String(u"\u00e9")));
+    EXPECT_TRUE(TAV::Boolean::getTypeInfo()->isLessThan(TAV::Boolean(false), TAV::Boolean(true)));
+
+    for (BRIX::TypeInfo const& info : allDescriptions()) {
+        BRIX::any const value = info.defaultConstruct();
+        EXPECT_TRUE(info->isEqualTo(BRIX::any(), BRIX::any()));
+        EXPECT_FALSE(info->isEqualTo(BRIX::any(), value));
+        EXPECT_TRUE(info->isLessThan(BRIX::any(), value)) << "the empty value comes first";
+        EXPECT_FALSE(info->isLessThan(value, BRIX::any()));
+        EXPECT_TRUE(info->isEqualTo(value, value));
+    }
+}
+
+TEST(TypeInfoTest, ValuesTravelAsTheValueClassAndAnotherTypeIsABadCast)
+{
+    BRIX::any const integer = read(TAV::Integer::getTypeInfo(), "1").value;
+    EXPECT_TRUE(BRIX::any_cast<TAV::Integer>(&integer));
+    EXPECT_FALSE(BRIX::any_cast<std::int32_t>(&integer));
+    BRIX::any const real = read(TAV::Real::getTypeInfo(), "1.5").value;
+    EXPECT_TRUE(BRIX::any_cast<TAV::Real>(&real));
+    EXPECT_FALSE(BRIX::any_cast<TAV::Double>(&real)) << "Real and Double are distinct classes";
+    EXPECT_FALSE(BRIX::any_cast<double>(&real)) << "never the raw number";
+
+    EXPECT_THROW(TAV::Double::getTypeInfo().convertToString(real), BRIX::bad_any_cast);
+    EXPECT_THROW(TAV::Integer::getTypeInfo().convertToString(BRIX::any(7)), BRIX::bad_any_cast);
+    EXPECT_THROW(TAV::UnlimitedNatural::getTypeInfo().convertToString(TAV::Integer(7)), BRIX::bad_any_cast);
+    EXPECT_THROW(TAV::String::getTypeInfo().convertToString(std::string("x")), BRIX::bad_any_cast);
+    EXPECT_THROW(TAV::Boolean::getTypeInfo().convertToString(BRIX::any()), BRIX::bad_any_cast);
+    EXPECT_THROW(TAV::Integer::getTypeInfo()->isEqualTo(TAV::Integer(1), TAV::Single(1)), BRIX::bad_any_cast);
+    EXPECT_FALSE(TAV::Single::getTypeInfo()->isValid(TAV::Double(1)));
+    EXPECT_TRUE(TAV::Single::getTypeInfo()->isValid(TAV::Single(1)));
+}
+
+TEST(TypeInfoTest, DefaultsClonesAndErrorLocations)
+{
+    EXPECT_FALSE(BRIX::any_cast<TAV::Boolean>(TAV::BooleanTypeInfo().defaultConstruct()));
+    EXPECT_EQ(BRIX::any_cast<TAV::Integer>(TAV::IntegerTypeInfo().defaultConstruct()), 0);
+    EXPECT_EQ(BRIX::any_cast<TAV::UnlimitedNatural>(TAV::UnlimitedNaturalTypeInfo().defaultConstruct()), 0u);
+    EXPECT_EQ(BRIX::any_cast<TAV::Real>(TAV::RealTypeInfo().defaultConstruct()), 0.0);
+    EXPECT_EQ(BRIX::any_cast<TAV::Double>(TAV::DoubleTypeInfo().defaultConstruct()), 0.0);
+    EXPECT_EQ(BRIX::any_cast<TAV::Single>(TAV::SingleTypeInfo().defaultConstruct()), 0.0f);
+    EXPECT_TRUE(BRIX::any_cast<String>(TAV::StringTypeInfo().defaultConstruct()).empty());
+
+    std::unique_ptr<BRIX::Type> const copy = TAV::UnlimitedNaturalTypeInfo().clone();
+    EXPECT_EQ(copy->convertToString(TAV::UnlimitedNatural(TAV::UnlimitedNatural::kUnlimited)), "*");
+    EXPECT_NE(dynamic_cast<TAV::UnlimitedNaturalTypeInfo*>(copy.get()), nullptr);
+
+    BRIX::ErrorHolder errors;
+    TAV::IntegerTypeInfo().convertFromString("x", errors);
+    ASSERT_EQ(errors.getErrors().size(), 1u);
+    EXPECT_THAT(errors.getErrors()[0].file, HasSubstr("IntegerTypeInfos"));
+    EXPECT_GT(errors.getErrors()[0].line, 0);
+}
+
+TEST(TypeInfoTest, ReadingIntoAHolderThatAlreadyFailedIsAnAssertion)
+{
+    for (BRIX::TypeInfo const& info : allDescriptions()) {
+        BRIX::ErrorHolder errors;
+        errors.addError("earlier", "f", 1);
+        EXPECT_THAT(assertionText([&] { info.convertFromString("1", errors); }),
+                    HasSubstr("Assertion failed: Internal assertion without a message detected in FTL generated code! "
+                              "Please fix me asap at kernel/primitive/types/"));
+        EXPECT_EQ(errors.getErrors().size(), 1u);
+    }
+    BRIX::ErrorHolder errors;
+    errors.addError("earlier", "f", 1);
+    EXPECT_THROW(TAV::String::getTypeInfo().convertFromUString(u"x", errors), TAV::Exception);
+}
+
+TEST(TypeInfoTest, StringIsUtf8OutsideAndUtf16Inside)
+{
+    BRIX::TypeInfo const info = TAV::String::getTypeInfo();
+    BRIX::ErrorHolder errors;
+    BRIX::any const value = info.convertFromString("a\xE2\x82\xAC", errors);
+    EXPECT_EQ(BRIX::any_cast<String>(value).str(), u"a\u20ac");
+    EXPECT_EQ(info.convertToString(value), "a\xE2\x82\xAC");
+    EXPECT_EQ(info.convertToUString(String(u"\U0001F600")), u"\U0001F600");
+    BRIX::any const lone = info.convertFromUString(std::u16string(1, char16_t(0xD800)), errors);
+    EXPECT_EQ(BRIX::any_cast<String>(lone).size(), 1u) << "UTF-16 is taken as it is, even when malformed";
+    EXPECT_FALSE(errors.hasError());
+}
+
+TEST(ValueClassTextTest, NamesAndOneDescriptionPerClass)
+{
+    EXPECT_EQ(TAV::Boolean::getTypeName(), "Boolean");
+    EXPECT_EQ(TAV::Integer::getTypeName(), "Integer");
+    EXPECT_EQ(TAV::UnlimitedNatural::getTypeName(), "UnlimitedNatural");
+    EXPECT_EQ(TAV::Real::getTypeName(), "Real");
+    EXPECT_EQ(TAV::Double::getTypeName(), "Double");
+    EXPECT_EQ(TAV::Single::getTypeName(), "Single");
+    EXPECT_EQ(TAV::String::getTypeName(), "String");
+    EXPECT_TRUE(TAV::Integer::getTypeInfo() == TAV::Integer::getTypeInfo());
+    EXPECT_FALSE(TAV::Integer::getTypeInfo() == TAV::IntegerTypeInfo::Create()) << "Create makes a new one";
+    EXPECT_NE(dynamic_cast<TAV::RealTypeInfo const*>(&TAV::Real::getTypeInfo().type()), nullptr);
+}
+
+TEST(ValueClassTextTest, ToStringAndFromStringGoThroughTheDescription)
+{
+    EXPECT_EQ(TAV::UnlimitedNatural(TAV::UnlimitedNatural::kUnlimited).toString(), "*");
+    EXPECT_EQ(TAV::Double(-0.0).toString(), "0");
+    EXPECT_EQ(TAV::Integer(-5).toString(), "-5");
+    EXPECT_EQ(TAV::Boolean(true).toString(), "true");
+    EXPECT_EQ(TAV::Single(0.25f).toString(), "0.25");
+
+    EXPECT_EQ(TAV::Integer::fromString("0x10"), 16);
+    EXPECT_EQ(TAV::UnlimitedNatural::fromString("*"), TAV::UnlimitedNatural::kUnlimited);
+    EXPECT_EQ(TAV::Real::fromString("2.5"), 2.5);
+    EXPECT_TRUE(std::isnan(TAV::Double::fromString("NaN").value()));
+    EXPECT_EQ(TAV::Single(String("0.1")), 0.1f);
+    EXPECT_EQ(TAV::Integer(String("12abc")), 12);
+    EXPECT_FALSE(TAV::Boolean("false")) << "a literal is text, not a pointer taken for true";
+    EXPECT_TRUE(TAV::Boolean(String(u"true")));
+    EXPECT_FALSE(TAV::Boolean(0));
+}
+
+TEST(ValueClassTextTest, BadTextIsAnAssertionNamingTheTargetType)
+{
+    auto const expectAssertion = [](auto&& call, char const* message) {
+        EXPECT_THAT(assertionText(call),
+                    HasSubstr(std::string("Assertion failed: ") + message + " at kernel/TAV/values/Scalars:"));
+    };
+    expectAssertion([] { TAV::Boolean::fromString("True"); }, "Unable to convert from string to bool!");
+    expectAssertion([] { (void)TAV::Boolean("1"); }, "Unable to convert from string to bool!");
+    expectAssertion([] { TAV::Integer::fromString("2147483648"); }, "Unable to convert from string to INT32_T!");
+    expectAssertion([] { (void)TAV::Integer(String("")); }, "Unable to convert from string to INT32_T!");
+    expectAssertion([] { TAV::UnlimitedNatural::fromString("x"); }, "Unable to convert from string to UINT32_T!");
+    expectAssertion([] { TAV::Double::fromString("1e400"); }, "Unable to convert from string to double!");
+    expectAssertion([] { (void)TAV::Real(String("nan")); }, "Unable to convert from string to double!");
+    expectAssertion([] { TAV::Single::fromString("1e39"); }, "Unable to convert from string to float!");
+}
+
+TEST(ValueClassTextTest, NumbersCrossByPlainCasts)
+{
+    EXPECT_FALSE(TAV::Boolean(TAV::Double(0.0)));
+    EXPECT_FALSE(TAV::Boolean(TAV::Double(-0.0)));
+    EXPECT_TRUE(TAV::Boolean(TAV::Double(0.25)));
+    EXPECT_EQ(TAV::Double(TAV::UnlimitedNatural(TAV::UnlimitedNatural::kUnlimited)), 4294967295.0)
+        << "through the unsigned value, not -1";
+    EXPECT_EQ(TAV::UnlimitedNatural(TAV::Double(3.99)), 3u);
+    EXPECT_EQ(TAV::Integer(TAV::UnlimitedNatural(TAV::UnlimitedNatural::kUnlimited)), -1);
+    EXPECT_TRUE(TAV::UnlimitedNatural(TAV::Integer(-1)).isUnlimited());
+    EXPECT_EQ(TAV::Single(TAV::Double(0.1)), 0.1f);
+}
+
+TEST(ValueClassTextTest, StringFromNumbersAndUtfHelpers)
+{
+    EXPECT_EQ(String(42), "42");
+    EXPECT_EQ(String(-1), "-1");
+    EXPECT_EQ(String(4294967295u), "*") << "an unsigned is an UnlimitedNatural";
+    EXPECT_EQ(String(7u), "7");
+    EXPECT_EQ(String(0.1), "0.1");
+    EXPECT_EQ(String(0.1f), "0.1");
+    EXPECT_EQ(String(-0.0), "0");
+    EXPECT_EQ(String(true), "true");
+    EXPECT_TRUE("42" == String(42)) << "a narrow text compares through the String constructor";
+
+    std::string const utf8 = "x\xC3\xA9\xF0\x9F\x98\x80";
+    EXPECT_EQ(String::to_ustring(utf8), u"x\u00e9\U0001F600");
+    EXPECT_EQ(String::to_string(String::to_ustring(utf8)), utf8);
+    EXPECT_EQ(TAV::util::UTF8ToUString(utf8), String::to_ustring(utf8));
+    EXPECT_EQ(TAV::util::UStringToUTF8(u"\u00e9"), "\xC3\xA9");
+
+    EXPECT_EQ(TAV::util::stringify(0.1), "0.1");
+    EXPECT_EQ(TAV::util::stringify(1.0 / 3), "0.333333") << "a plain insertion, six digits";
+    EXPECT_EQ(TAV::util::stringify(1e21), "1e+21");
+}
+
+TEST(EnumerationTypeInfoTest, LiteralsBothWays)
+{
+    BRIX::TypeInfo const& info = TAV::VisibilityKind::getTypeInfo();
+    EXPECT_TRUE(info == TAV::VisibilityKind::getTypeInfo());
+    EXPECT_EQ(TAV::VisibilityKind::getTypeName(), "VisibilityKind");
+    EXPECT_EQ(info.convertToString(TAV::VisibilityKind(TAV::VisibilityKind::Protected)), "protected");
+    EXPECT_EQ(info.convertToString(info.defaultConstruct()), "public");
+    EXPECT_EQ(info.convertToString(TAV::VisibilityKind(17)), "17");
+
+    BRIX::ErrorHolder errors;
+    BRIX::any const merge = TAV::PackageMergeKind::getTypeInfo().convertFromString("exdend", errors);
+    EXPECT_EQ(BRIX::any_cast<TAV::PackageMergeKind>(merge), TAV::PackageMergeKind(TAV::PackageMergeKind::Extend));
+    EXPECT_TRUE(TAV::PackageMergeKind::getTypeInfo().convertFromString("extend", errors).empty());
+    EXPECT_EQ(errors.getErrorText(), "Can't convert string 'extend' to PackageMergeKind");
+    errors.clear();
+    EXPECT_TRUE(info.convertFromString("17", errors).empty()) << "a number is no literal";
+
+    EXPECT_TRUE(info->isLessThan(TAV::VisibilityKind(TAV::VisibilityKind::Public),
+                                 TAV::VisibilityKind(TAV::VisibilityKind::Package)))
+        << "by value, though \"package\" < \"public\"";
+    EXPECT_THROW(info.convertToString(TAV::PackageMergeKind()), BRIX::bad_any_cast);
+}
+
+} // namespace
