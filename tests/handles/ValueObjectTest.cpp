@@ -1,6 +1,13 @@
 #include "kernel/TAV/NSImplementation/DataTypeImpl.h"
 
+#include <tav/TAV/Boolean.h>
 #include <tav/TAV/Class_h.h>
+#include <tav/TAV/Double.h>
+#include <tav/TAV/Integer.h>
+#include <tav/TAV/PackageMergeKind.h>
+#include <tav/TAV/Real.h>
+#include <tav/TAV/UnlimitedNatural.h>
+#include <tav/TAV/VisibilityKind.h>
 #include <tav/TAV/DataType_h.h>
 #include <tav/TAV/NSInterface/ValueObjectIntf.h>
 #include <tav/TAV/ValueObject_h.h>
@@ -125,6 +132,40 @@ TEST_F(ValueObjectTest, DefaultValueIsAFreshValueOfTheSameType)
     EXPECT_NE(d.internal_intf(), v.internal_intf());
     EXPECT_EQ(TAVCast<int>(d), 7);
     EXPECT_EQ(d.getTypeInfo(), v.getTypeInfo());
+}
+
+TEST_F(ValueObjectTest, ValueClassesTravelAsObjectsAndComeBack)
+{
+    Object const i = Integer(-5);
+    EXPECT_EQ(TAVCast<Integer>(i), -5);
+    EXPECT_EQ(Integer(i), -5);
+    EXPECT_EQ(ValueObject(i).toString(), String("-5"));
+    EXPECT_EQ(ValueObject(i).getTypeInfo(), Integer::getTypeInfo());
+
+    Object const u = UnlimitedNatural(4294967295u);
+    EXPECT_EQ(ValueObject(u).toString(), String("*"));
+    EXPECT_EQ(String(Object(String("\u00e9t\u00e9"))), String("\u00e9t\u00e9"));
+    EXPECT_EQ(VisibilityKind(Object(VisibilityKind(VisibilityKind::Protected))), VisibilityKind::Protected);
+    EXPECT_EQ(ValueObject(Object(PackageMergeKind(PackageMergeKind::Extend))).toString(), String("exdend"));
+
+    // A value of one class is not a value of another, even of the same width.
+    EXPECT_THROW(Double(Object(Real(1.5))), BRIX::bad_any_cast);
+    EXPECT_THROW(Integer(Object(VisibilityKind(VisibilityKind::Private))), BRIX::bad_any_cast);
+    EXPECT_TAV_THROW(Integer(Object(newProperty())), kNoMessage);
+
+    // No registration needed, and then no DataType.
+    EXPECT_FALSE(TypeInfoRegistry::hasType(Boolean::getTypeName()));
+    EXPECT_FALSE(ValueObject(Object(Boolean(true))).getMetaDataType().isValid());
+    EXPECT_TRUE(ValueObject(Object(Boolean(true))) == ValueObject(Object(Boolean(true))));
+    EXPECT_FALSE(ValueObject(Object(Boolean(true))) == ValueObject(Object(Boolean(false))));
+}
+
+TEST_F(ValueObjectTest, ClassObjectsDefaultToTheEmptyString)
+{
+    Property const p = newProperty();
+    Object const d = p.internal_intf()->getDefaultValue(root);
+    ASSERT_TRUE(isValueObject(d));
+    EXPECT_EQ(TAVCast<String>(d), String());
 }
 
 TEST_F(ValueObjectTest, RegistryRefusesDuplicatesAndUnknownNames)

@@ -10,13 +10,18 @@ namespace {
 
 ValueObject make(std::string const& aTypeName, BRIX::any aValue)
 {
-    return ValueObject(new NSImplementation::ValueObjectImpl(TypeInfoRegistry::getTypeInfo(aTypeName),
-                                                             TypeInfoRegistry::getMetaType(aTypeName),
-                                                             std::move(aValue)),
-                       Deviant());
+    return ValueObjectFactory::createWithType(aTypeName, TypeInfoRegistry::getTypeInfo(aTypeName), std::move(aValue));
 }
 
 } // namespace
+
+ValueObject ValueObjectFactory::createWithType(std::string const& aTypeName, BRIX::TypeInfo const& aTypeInfo,
+                                               BRIX::any aValue)
+{
+    return ValueObject(new NSImplementation::ValueObjectImpl(aTypeInfo, TypeInfoRegistry::getMetaType(aTypeName),
+                                                             std::move(aValue)),
+                       Deviant());
+}
 
 bool ValueObjectFactory::isValueObjectType(std::string const& aTypeName)
 {

@@ -541,7 +541,7 @@ String {Impl}::toString(Deviant) const
 
 Object {Impl}::getDefaultValue(Deviant) const
 {{
-    family::notYetAvailable("getDefaultValue", "{src}", __LINE__);
+    return String();
 }}
 
 ImmutableType {Impl}::getMetaType(Deviant) const

@@ -1,13 +1,19 @@
 #pragma once
 
+#include <tav/Export.h>
+
 namespace TAV {
+
+class ImmutableObject;
+class Object;
+class ValueObject;
 
 // The value classes over one raw number: default, conversions both ways and
 // comparison. The mixed forms exist because comparing with a raw value would
 // otherwise be ambiguous between these and the built-in operator reached by
 // conversion.
 template <class Derived, class Raw>
-class ScalarValue {
+class TAV_EXPORT ScalarValue {
 public:
     using RawType = Raw;
 
@@ -15,6 +21,12 @@ public:
     ScalarValue(Raw value) : fValue(value) {}
     operator Raw() const { return fValue; }
     Raw value() const { return fValue; }
+
+    // Where an object is expected, a value travels as a ValueObject; the
+    // reverse asserts unless the object is a value of this class.
+    explicit ScalarValue(ImmutableObject const& aObject);
+    operator ValueObject() const;
+    operator Object() const;
 
     friend bool operator==(Derived a, Derived b) { return a.fValue == b.fValue; }
     friend bool operator==(Derived a, Raw b) { return a.fValue == b; }

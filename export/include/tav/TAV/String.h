@@ -8,6 +8,10 @@
 
 namespace TAV {
 
+class ImmutableObject;
+class Object;
+class ValueObject;
+
 // UTF-16 text. An 8-bit (UTF-8) copy is built on the first c_str() and
 // dropped by every mutation, so callers that never ask for it never pay.
 class TAV_EXPORT String {
@@ -40,6 +44,10 @@ public:
     static std::string const& getTypeName();
     static BRIX::TypeInfo const& getTypeInfo();
     String toString() const { return *this; }
+    // As the scalar value classes: a String travels as a ValueObject.
+    explicit String(ImmutableObject const& aObject);
+    operator ValueObject() const;
+    operator Object() const;
     static String fromString(String const& text) { return text; }
 
     // UTF-16 to UTF-8 and back; malformed input becomes U+FFFD.

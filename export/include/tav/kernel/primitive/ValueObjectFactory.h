@@ -19,6 +19,17 @@ public:
     static ValueObject create(std::string const& aTypeName, BRIX::any const& aValue);
     // Text that does not convert is an assertion with the conversion's error text.
     static ValueObject createFromString(std::string const& aTypeName, String const& aText);
+
+    // A value of a value class, described by the class itself, so that it
+    // needs no registration: values exist before the registry is filled.
+    template <class V>
+    static ValueObject createFrom(V const& aValue)
+    {
+        return createWithType(V::getTypeName(), V::getTypeInfo(), BRIX::any(aValue));
+    }
+    // The DataType, if any, is the one registered under the name.
+    static ValueObject createWithType(std::string const& aTypeName, BRIX::TypeInfo const& aTypeInfo,
+                                      BRIX::any aValue);
 };
 
 } // namespace TAV
