@@ -1,5 +1,9 @@
 // What the foundation offers today: failures with traces, catalogued user
-// messages, and diagnostic logging to the console and to a file.
+// messages, diagnostic logging to the console and to a file, and values that
+// travel as objects.
+#include <tav/TAV/Integer.h>
+#include <tav/TAV/String.h>
+#include <tav/kernel/util/TAVCast.h>
 #include <tav/kernel/util/Asserter.h>
 #include <tav/kernel/util/Messages.h>
 #include <tav/kernel/util/UserMessage.h>
@@ -49,4 +53,12 @@ int main()
     TAV::Logger::instance().removeHandler(&file);
     std::cout << "The text log is " << file.getPath() << ", holding:\n"
               << std::ifstream(file.getPath()).rdbuf();
+
+    std::cout << "\n-- Values travel as objects and convert to and from text\n";
+    TAV::Object const carried = TAV::Integer::fromString("0x10");
+    std::cout << "read 0x10, carried as " << TAV::ValueObject(carried).toString().c_str() << ", back as "
+              << TAV::TAVCast<TAV::Integer>(carried).value() << '\n';
+    BRIX::ErrorHolder errors;
+    TAV::Integer::getTypeInfo().convertFromString("twelve", errors);
+    std::cout << "bad text is reported, not thrown: " << errors.getErrorText() << '\n';
 }
