@@ -7,13 +7,7 @@
 #include <tav/TAV/String.h>
 #include <tav/TAV/UnlimitedNatural.h>
 #include <tav/TAV/VisibilityKind.h>
-#include <tav/kernel/primitive/types/BooleanTypeInfo.h>
-#include <tav/kernel/primitive/types/DoubleTypeInfo.h>
-#include <tav/kernel/primitive/types/IntegerTypeInfo.h>
-#include <tav/kernel/primitive/types/RealTypeInfo.h>
-#include <tav/kernel/primitive/types/SingleTypeInfo.h>
-#include <tav/kernel/primitive/types/StringTypeInfo.h>
-#include <tav/kernel/primitive/types/UnlimitedNaturalTypeInfo.h>
+#include <tav/kernel/primitive/types/ValueTypeInfos.h>
 #include <tav/kernel/util/Exception.h>
 #include <tav/kernel/util/StringUtil.h>
 

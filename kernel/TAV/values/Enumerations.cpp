@@ -48,52 +48,24 @@ EnumerationValue::Literals const& PackageMergeKind::getLiterals()
     return sLiterals;
 }
 
-std::string const& VisibilityKind::getTypeName()
-{
-    static std::string const sName("VisibilityKind");
-    return sName;
-}
+// Each enumeration's name and its description, made from its literals.
+#define TAV_ENUMERATION_TYPE(X)                                                                                        \
+    std::string const& X::getTypeName()                                                                                \
+    {                                                                                                                  \
+        static std::string const sName(#X);                                                                            \
+        return sName;                                                                                                  \
+    }                                                                                                                  \
+    BRIX::TypeInfo const& X::getTypeInfo()                                                                             \
+    {                                                                                                                  \
+        static BRIX::TypeInfo const sInfo = BRIX::SpecificEnumType<X>::Create();                                       \
+        return sInfo;                                                                                                  \
+    }
 
-BRIX::TypeInfo const& VisibilityKind::getTypeInfo()
-{
-    static BRIX::TypeInfo const sInfo = BRIX::SpecificEnumType<VisibilityKind>::Create();
-    return sInfo;
-}
+TAV_ENUMERATION_TYPE(VisibilityKind)
+TAV_ENUMERATION_TYPE(ParameterDirectionKind)
+TAV_ENUMERATION_TYPE(PersistenceKind)
+TAV_ENUMERATION_TYPE(PackageMergeKind)
 
-std::string const& ParameterDirectionKind::getTypeName()
-{
-    static std::string const sName("ParameterDirectionKind");
-    return sName;
-}
-
-BRIX::TypeInfo const& ParameterDirectionKind::getTypeInfo()
-{
-    static BRIX::TypeInfo const sInfo = BRIX::SpecificEnumType<ParameterDirectionKind>::Create();
-    return sInfo;
-}
-
-std::string const& PersistenceKind::getTypeName()
-{
-    static std::string const sName("PersistenceKind");
-    return sName;
-}
-
-BRIX::TypeInfo const& PersistenceKind::getTypeInfo()
-{
-    static BRIX::TypeInfo const sInfo = BRIX::SpecificEnumType<PersistenceKind>::Create();
-    return sInfo;
-}
-
-std::string const& PackageMergeKind::getTypeName()
-{
-    static std::string const sName("PackageMergeKind");
-    return sName;
-}
-
-BRIX::TypeInfo const& PackageMergeKind::getTypeInfo()
-{
-    static BRIX::TypeInfo const sInfo = BRIX::SpecificEnumType<PackageMergeKind>::Create();
-    return sInfo;
-}
+#undef TAV_ENUMERATION_TYPE
 
 } // namespace TAV

@@ -4,12 +4,7 @@
 #include <tav/TAV/Real.h>
 #include <tav/TAV/Single.h>
 #include <tav/TAV/UnlimitedNatural.h>
-#include <tav/kernel/primitive/types/BooleanTypeInfo.h>
-#include <tav/kernel/primitive/types/DoubleTypeInfo.h>
-#include <tav/kernel/primitive/types/IntegerTypeInfo.h>
-#include <tav/kernel/primitive/types/RealTypeInfo.h>
-#include <tav/kernel/primitive/types/SingleTypeInfo.h>
-#include <tav/kernel/primitive/types/UnlimitedNaturalTypeInfo.h>
+#include <tav/kernel/primitive/types/ValueTypeInfos.h>
 #include <tav/kernel/util/Asserter.h>
 
 namespace TAV {

@@ -4,7 +4,7 @@
 #include <tav/TAV/Single.h>
 #include <tav/TAV/String.h>
 #include <tav/TAV/UnlimitedNatural.h>
-#include <tav/kernel/primitive/types/StringTypeInfo.h>
+#include <tav/kernel/primitive/types/ValueTypeInfos.h>
 #include <tav/kernel/util/StringUtil.h>
 
 #include <sstream>

@@ -1,12 +1,6 @@
-#include <tav/kernel/primitive/types/DoubleTypeInfo.h>
-#include <tav/kernel/primitive/types/RealTypeInfo.h>
-#include <tav/kernel/primitive/types/SingleTypeInfo.h>
+#include <tav/kernel/primitive/types/ValueTypeInfos.h>
 
 #include "kernel/primitive/types/TypeInfoSupport.h"
-
-#include <tav/TAV/Double.h>
-#include <tav/TAV/Real.h>
-#include <tav/TAV/Single.h>
 
 #include <charconv>
 #include <cmath>
@@ -68,31 +62,9 @@ std::string write(F value)
     return std::string(buffer, end);
 }
 
-// NaN equals NaN and sorts after every number, so that values of these types
-// can key ordered containers and a rewrite of NaN is no change.
-struct SameFloat {
-    template <class V>
-    bool operator()(V a, V b) const
-    {
-        return a.value() == b.value() || (std::isnan(a.value()) && std::isnan(b.value()));
-    }
-};
-
-struct FloatBefore {
-    template <class V>
-    bool operator()(V a, V b) const
-    {
-        return !std::isnan(a.value()) && (std::isnan(b.value()) || a.value() < b.value());
-    }
-};
-
 } // namespace
 
 #define TAV_FLOAT_TYPE_INFO(X, suffix)                                                                                 \
-    BRIX::TypeInfo X##TypeInfo::Create()                                                                               \
-    {                                                                                                                  \
-        return BRIX::TypeInfo(std::make_unique<X##TypeInfo>());                                                        \
-    }                                                                                                                  \
     BRIX::any X##TypeInfo::convertFromString(std::string const& text, BRIX::ErrorHolder& errors) const                 \
     {                                                                                                                  \
         internal::assertNoErrorYet(errors, kSource, __LINE__);                                                         \
@@ -100,23 +72,7 @@ struct FloatBefore {
     }                                                                                                                  \
     std::string X##TypeInfo::convertToString(BRIX::any const& value) const                                             \
     {                                                                                                                  \
-        return write(internal::valueOf<X>(value).value());                                                             \
-    }                                                                                                                  \
-    BRIX::any X##TypeInfo::defaultConstruct() const                                                                    \
-    {                                                                                                                  \
-        return X();                                                                                                    \
-    }                                                                                                                  \
-    bool X##TypeInfo::isEqualTo(BRIX::any const& a, BRIX::any const& b) const                                          \
-    {                                                                                                                  \
-        return internal::typedEqual<X>(a, b, SameFloat());                                                             \
-    }                                                                                                                  \
-    bool X##TypeInfo::isLessThan(BRIX::any const& a, BRIX::any const& b) const                                         \
-    {                                                                                                                  \
-        return internal::typedLess<X>(a, b, FloatBefore());                                                            \
-    }                                                                                                                  \
-    std::unique_ptr<BRIX::Type> X##TypeInfo::clone() const                                                             \
-    {                                                                                                                  \
-        return std::make_unique<X##TypeInfo>(*this);                                                                   \
+        return write(valueOf(value).value());                                                                          \
     }
 
 TAV_FLOAT_TYPE_INFO(Double, "' to double")

@@ -1,10 +1,6 @@
-#include <tav/kernel/primitive/types/IntegerTypeInfo.h>
-#include <tav/kernel/primitive/types/UnlimitedNaturalTypeInfo.h>
+#include <tav/kernel/primitive/types/ValueTypeInfos.h>
 
 #include "kernel/primitive/types/TypeInfoSupport.h"
-
-#include <tav/TAV/Integer.h>
-#include <tav/TAV/UnlimitedNatural.h>
 
 #include <charconv>
 #include <locale>
@@ -55,11 +51,6 @@ std::string decimal(Raw value)
 
 } // namespace
 
-BRIX::TypeInfo IntegerTypeInfo::Create()
-{
-    return BRIX::TypeInfo(std::make_unique<IntegerTypeInfo>());
-}
-
 BRIX::any IntegerTypeInfo::convertFromString(std::string const& text, BRIX::ErrorHolder& errors) const
 {
     internal::assertNoErrorYet(errors, kSource, __LINE__);
@@ -71,32 +62,7 @@ BRIX::any IntegerTypeInfo::convertFromString(std::string const& text, BRIX::Erro
 
 std::string IntegerTypeInfo::convertToString(BRIX::any const& value) const
 {
-    return decimal(internal::valueOf<Integer>(value).value());
-}
-
-BRIX::any IntegerTypeInfo::defaultConstruct() const
-{
-    return Integer();
-}
-
-bool IntegerTypeInfo::isEqualTo(BRIX::any const& a, BRIX::any const& b) const
-{
-    return internal::typedEqual<Integer>(a, b);
-}
-
-bool IntegerTypeInfo::isLessThan(BRIX::any const& a, BRIX::any const& b) const
-{
-    return internal::typedLess<Integer>(a, b);
-}
-
-std::unique_ptr<BRIX::Type> IntegerTypeInfo::clone() const
-{
-    return std::make_unique<IntegerTypeInfo>(*this);
-}
-
-BRIX::TypeInfo UnlimitedNaturalTypeInfo::Create()
-{
-    return BRIX::TypeInfo(std::make_unique<UnlimitedNaturalTypeInfo>());
+    return decimal(valueOf(value).value());
 }
 
 BRIX::any UnlimitedNaturalTypeInfo::convertFromString(std::string const& text, BRIX::ErrorHolder& errors) const
@@ -112,28 +78,8 @@ BRIX::any UnlimitedNaturalTypeInfo::convertFromString(std::string const& text, B
 
 std::string UnlimitedNaturalTypeInfo::convertToString(BRIX::any const& value) const
 {
-    UnlimitedNatural const n = internal::valueOf<UnlimitedNatural>(value);
+    UnlimitedNatural const n = valueOf(value);
     return n.isUnlimited() ? "*" : decimal(n.value());
-}
-
-BRIX::any UnlimitedNaturalTypeInfo::defaultConstruct() const
-{
-    return UnlimitedNatural();
-}
-
-bool UnlimitedNaturalTypeInfo::isEqualTo(BRIX::any const& a, BRIX::any const& b) const
-{
-    return internal::typedEqual<UnlimitedNatural>(a, b);
-}
-
-bool UnlimitedNaturalTypeInfo::isLessThan(BRIX::any const& a, BRIX::any const& b) const
-{
-    return internal::typedLess<UnlimitedNatural>(a, b);
-}
-
-std::unique_ptr<BRIX::Type> UnlimitedNaturalTypeInfo::clone() const
-{
-    return std::make_unique<UnlimitedNaturalTypeInfo>(*this);
 }
 
 } // namespace TAV

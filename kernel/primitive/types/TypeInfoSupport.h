@@ -3,7 +3,6 @@
 #include <BRIX/ErrorHolder.h>
 #include <BRIX/any.h>
 
-#include <functional>
 #include <string>
 
 namespace TAV::internal {
@@ -16,32 +15,5 @@ void assertNoErrorYet(BRIX::ErrorHolder const& errors, char const* source, int l
 // it returns is what every failed conversion yields.
 BRIX::any conversionFailed(BRIX::ErrorHolder& errors, std::string const& text, char const* suffix, char const* file,
                            int line);
-
-template <class V>
-V const& valueOf(BRIX::any const& value)
-{
-    V const* v = BRIX::any_cast<V>(&value);
-    if (!v)
-        throw BRIX::bad_any_cast();
-    return *v;
-}
-
-// Empty values are equal to each other and before every other value, as the
-// text comparison of BRIX::Type has them.
-template <class V, class Equal = std::equal_to<>>
-bool typedEqual(BRIX::any const& a, BRIX::any const& b, Equal equal = {})
-{
-    if (a.empty() || b.empty())
-        return a.empty() == b.empty();
-    return equal(valueOf<V>(a), valueOf<V>(b));
-}
-
-template <class V, class Less = std::less<>>
-bool typedLess(BRIX::any const& a, BRIX::any const& b, Less less = {})
-{
-    if (a.empty() || b.empty())
-        return a.empty() && !b.empty();
-    return less(valueOf<V>(a), valueOf<V>(b));
-}
 
 } // namespace TAV::internal
