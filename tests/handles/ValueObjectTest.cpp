@@ -149,9 +149,9 @@ TEST_F(ValueObjectTest, ValueClassesTravelAsObjectsAndComeBack)
     EXPECT_EQ(ValueObject(Object(PackageMergeKind(PackageMergeKind::Extend))).toString(), String("exdend"));
 
     // A value of one class is not a value of another, even of the same width.
-    EXPECT_THROW(Double(Object(Real(1.5))), BRIX::bad_any_cast);
-    EXPECT_THROW(Integer(Object(VisibilityKind(VisibilityKind::Private))), BRIX::bad_any_cast);
-    EXPECT_TAV_THROW(Integer(Object(newProperty())), kNoMessage);
+    EXPECT_THROW(Double{Object(Real(1.5))}, BRIX::bad_any_cast);
+    EXPECT_THROW(Integer{Object(VisibilityKind(VisibilityKind::Private))}, BRIX::bad_any_cast);
+    EXPECT_TAV_THROW(Integer{Object(newProperty())}, kNoMessage);
 
     // No registration needed, and then no DataType.
     EXPECT_FALSE(TypeInfoRegistry::hasType(Boolean::getTypeName()));
