@@ -3,7 +3,9 @@
 #include <tav/TAV/PersistenceKind.h>
 #include <tav/TAV/VisibilityKind.h>
 
-#include <BRIX/SpecificEnumType.h>
+#include "kernel/TAV/values/TypeIdentity.h"
+
+#include <BRIX/EnumType.h>
 
 namespace TAV {
 
@@ -48,24 +50,9 @@ EnumerationValue::Literals const& PackageMergeKind::getLiterals()
     return sLiterals;
 }
 
-// Each enumeration's name and its description, made from its literals.
-#define TAV_ENUMERATION_TYPE(X)                                                                                        \
-    std::string const& X::getTypeName()                                                                                \
-    {                                                                                                                  \
-        static std::string const sName(#X);                                                                            \
-        return sName;                                                                                                  \
-    }                                                                                                                  \
-    BRIX::TypeInfo const& X::getTypeInfo()                                                                             \
-    {                                                                                                                  \
-        static BRIX::TypeInfo const sInfo = BRIX::SpecificEnumType<X>::Create();                                       \
-        return sInfo;                                                                                                  \
-    }
-
-TAV_ENUMERATION_TYPE(VisibilityKind)
-TAV_ENUMERATION_TYPE(ParameterDirectionKind)
-TAV_ENUMERATION_TYPE(PersistenceKind)
-TAV_ENUMERATION_TYPE(PackageMergeKind)
-
-#undef TAV_ENUMERATION_TYPE
+TAV_VALUE_TYPE_IDENTITY(VisibilityKind, BRIX::SpecificEnumType<VisibilityKind>::Create)
+TAV_VALUE_TYPE_IDENTITY(ParameterDirectionKind, BRIX::SpecificEnumType<ParameterDirectionKind>::Create)
+TAV_VALUE_TYPE_IDENTITY(PersistenceKind, BRIX::SpecificEnumType<PersistenceKind>::Create)
+TAV_VALUE_TYPE_IDENTITY(PackageMergeKind, BRIX::SpecificEnumType<PackageMergeKind>::Create)
 
 } // namespace TAV

@@ -1,3 +1,5 @@
+#include "kernel/TAV/values/TypeIdentity.h"
+
 #include <tav/TAV/Boolean.h>
 #include <tav/TAV/Double.h>
 #include <tav/TAV/Integer.h>
@@ -36,16 +38,7 @@ String print(V value)
 
 #define TAV_SCALAR_TEXT(X, Description, message)                                                                      \
     X::X(String const& text) : X(parse<X>(text, message)) {}                                                           \
-    std::string const& X::getTypeName()                                                                                \
-    {                                                                                                                  \
-        static std::string const sName(#X);                                                                            \
-        return sName;                                                                                                  \
-    }                                                                                                                  \
-    BRIX::TypeInfo const& X::getTypeInfo()                                                                             \
-    {                                                                                                                  \
-        static BRIX::TypeInfo const sInfo = Description::Create();                                                     \
-        return sInfo;                                                                                                  \
-    }                                                                                                                  \
+    TAV_VALUE_TYPE_IDENTITY(X, Description::Create)                                                                    \
     String X::toString() const                                                                                         \
     {                                                                                                                  \
         return print(*this);                                                                                           \

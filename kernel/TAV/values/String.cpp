@@ -1,3 +1,5 @@
+#include "kernel/TAV/values/TypeIdentity.h"
+
 #include <tav/TAV/Boolean.h>
 #include <tav/TAV/Double.h>
 #include <tav/TAV/Integer.h>
@@ -110,17 +112,7 @@ String::String(float value) : String(Single(value).toString()) {}
 
 String::String(bool value) : String(Boolean(value).toString()) {}
 
-std::string const& String::getTypeName()
-{
-    static std::string const sName("String");
-    return sName;
-}
-
-BRIX::TypeInfo const& String::getTypeInfo()
-{
-    static BRIX::TypeInfo const sInfo = StringTypeInfo::Create();
-    return sInfo;
-}
+TAV_VALUE_TYPE_IDENTITY(String, StringTypeInfo::Create)
 
 std::string String::to_string(std::u16string const& text)
 {
