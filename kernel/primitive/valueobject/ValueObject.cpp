@@ -143,7 +143,8 @@ ValueObject::ValueObject(ValueObjectIntf* aObject, Deviant aDeviant) : Immutable
 
 bool isValueObject(ImmutableObject const& aObject)
 {
-    return ImmutableValueObject(aObject).internal_intf() != nullptr;
+    ReferenceCountingIntf const* const counted = aObject.internal_counted();
+    return counted && counted->cast(classInfo<ValueObjectIntf>());
 }
 
 bool isDataType(ImmutableType const& aType)
@@ -151,11 +152,16 @@ bool isDataType(ImmutableType const& aType)
     return ImmutableDataType(static_cast<ImmutableObject const&>(aType)).isValid();
 }
 
-void internal::assertValueObject(ImmutableValueObject const& aObject, int aLine)
+// No handle of its own: the caller's keeps the object, and so the value, alive.
+BRIX::any const& internal::carriedValue(ImmutableObject const& aObject, int aLine)
 {
-    if (!aObject.internal_intf())
+    ReferenceCountingIntf const* const counted = aObject.internal_counted();
+    auto const* const value =
+        counted ? static_cast<ValueObjectIntf const*>(counted->cast(classInfo<ValueObjectIntf>())) : nullptr;
+    if (!value)
         Asserter::MakeAlways<Exception>("%s", Asserter::sNoMessage)
             .handle("export/include/tav/kernel/util/TAVCast", aLine, "");
+    return value->getAny(aObject.getDeviant());
 }
 
 } // namespace TAV

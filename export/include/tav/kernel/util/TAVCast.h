@@ -7,8 +7,9 @@
 namespace TAV {
 
 namespace internal {
-// Raises the no-message assertion when `aObject` holds no value.
-TAV_EXPORT void assertValueObject(ImmutableValueObject const& aObject, int aLine);
+// The value `aObject` carries, alive as long as `aObject`; the no-message
+// assertion when it carries none.
+TAV_EXPORT BRIX::any const& carriedValue(ImmutableObject const& aObject, int aLine);
 } // namespace internal
 
 // The value of type T (Boolean, String, PropertyStorage, ...) carried by an
@@ -17,9 +18,7 @@ TAV_EXPORT void assertValueObject(ImmutableValueObject const& aObject, int aLine
 template <class T>
 T TAVCast(ImmutableObject const& aObject)
 {
-    ImmutableValueObject const value(aObject);
-    internal::assertValueObject(value, __LINE__);
-    return BRIX::any_cast<T>(value.getAny());
+    return BRIX::any_cast<T>(internal::carriedValue(aObject, __LINE__));
 }
 
 } // namespace TAV
