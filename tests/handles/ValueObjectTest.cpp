@@ -183,6 +183,9 @@ TEST_F(ValueObjectTest, MetaTypesComeWithTheirDescription)
     char const* const name = "tavtest.Measured";
     BRIX::TypeInfo const info(std::make_unique<IntType>());
     EXPECT_TAV_THROW(TypeInfoRegistry::registerMetaType(name, info, ImmutableDataType()), kNoMessage);
+    // The description is registered before the DataType is checked, and stays.
+    EXPECT_TRUE(TypeInfoRegistry::hasType(name));
+    EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
     TypeInfoRegistry::unregisterTypeInfo(name);
 
     DataType const meta = newDataType();
