@@ -49,7 +49,6 @@ TEST_F(StructuredValueTest, ArgumentTextHasAtMostTwoFieldsAndTheValueIsAlwaysASt
     Argument const both = read<Argument>("n|v");
     EXPECT_EQ(both.getName(), String("n"));
     EXPECT_EQ(valueText(both), String("v"));
-    EXPECT_EQ(both.getValue(), both.getValue());
 
     Argument const nameOnly = read<Argument>("a");
     EXPECT_EQ(nameOnly.getName(), String("a"));
@@ -100,10 +99,16 @@ TEST_F(StructuredValueTest, TestDefaultValueEscapesItsArgumentsTextOnceMore)
     EXPECT_TAV_THROW(read<TestDefaultValue>("x\\|y\\|z"), "Incorrect parameters count!");
 }
 
-TEST_F(StructuredValueTest, DescriptionsMakeTheDefaults)
+TEST_F(StructuredValueTest, DescriptionsMakeTheDefaultsAndRefuseAHolderThatAlreadyFailed)
 {
+    for (BRIX::TypeInfo const& info :
+         {Argument::getTypeInfo(), ExternalToolInfo::getTypeInfo(), TestDefaultValue::getTypeInfo()}) {
+        BRIX::ErrorHolder errors;
+        errors.addError("earlier", "f", 1);
+        EXPECT_TAV_THROW(info.convertFromString("x", errors), "without a message detected in FTL generated code!");
+    }
+
     EXPECT_EQ(BRIX::any_cast<Argument>(Argument::getTypeInfo().defaultConstruct()), Argument());
-    EXPECT_EQ(BRIX::any_cast<Argument>(ArgumentTypeInfo().defaultConstruct()).getName(), String());
     EXPECT_EQ(BRIX::any_cast<ExternalToolInfo>(ExternalToolInfo::getTypeInfo().defaultConstruct()),
               ExternalToolInfo(String(), String()));
     EXPECT_EQ(BRIX::any_cast<TestDefaultValue>(TestDefaultValue::getTypeInfo().defaultConstruct()).getArgument(),

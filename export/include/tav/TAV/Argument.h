@@ -13,8 +13,8 @@ class ValueObject;
 // or none at all; read from text it is always a String value.
 //
 // Every field reads as a property with at most one value: hasX is false
-// exactly when removeX would change nothing, and the Object forms carry the
-// field as the value it would have in reflection.
+// exactly when removeX would change nothing (but an argument always has its
+// name), and the Object forms carry the field as reflection would see it.
 class TAV_EXPORT Argument {
 public:
     Argument() = default;
