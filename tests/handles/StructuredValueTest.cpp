@@ -147,8 +147,8 @@ TEST_F(StructuredValueTest, ValuesCompareByWhatTheyHoldAndModelObjectsByIdentity
     // Values of different types have one order, whichever side each is on.
     Argument const number(String("n"), Integer(1));
     EXPECT_NE(a < number, number < a);
-    EXPECT_EQ(std::set<Argument>({a, number, Argument(String("n"), text("v")), Argument(String("n"), Integer(1))}).size(),
-              2u);
+    std::set<Argument> const distinct{a, number, Argument(String("n"), text("v")), Argument(String("n"), Integer(1))};
+    EXPECT_EQ(distinct.size(), 2u);
 
     EXPECT_TRUE(ExternalToolInfo(String("a"), String("z")) < ExternalToolInfo(String("b"), String("a")));
     EXPECT_TRUE(ExternalToolInfo(String("a"), String("a")) < ExternalToolInfo(String("a"), String("b")));

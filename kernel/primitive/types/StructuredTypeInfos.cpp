@@ -88,7 +88,8 @@ BRIX::any TestDefaultValueTypeInfo::convertFromUString(std::u16string const& tex
 
 std::u16string TestDefaultValueTypeInfo::convertToUString(BRIX::any const& value) const
 {
-    return DatatypeStringRepresenter::combineStrings({ArgumentTypeInfo().convertToUString(valueOf(value).getArgument())});
+    std::u16string argument = ArgumentTypeInfo().convertToUString(valueOf(value).getArgument());
+    return DatatypeStringRepresenter::combineStrings({std::move(argument)});
 }
 
 } // namespace TAV

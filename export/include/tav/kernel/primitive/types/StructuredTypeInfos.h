@@ -32,14 +32,16 @@ public:
 };
 
 // tool|externalId
-class TAV_EXPORT ExternalToolInfoTypeInfo final : public StructuredTypeInfo<ExternalToolInfoTypeInfo, ExternalToolInfo> {
+class TAV_EXPORT ExternalToolInfoTypeInfo final
+    : public StructuredTypeInfo<ExternalToolInfoTypeInfo, ExternalToolInfo> {
 public:
     BRIX::any convertFromUString(std::u16string const& text, BRIX::ErrorHolder& errors) const override;
     std::u16string convertToUString(BRIX::any const& value) const override;
 };
 
 // One field: the argument's own text, escaped once more.
-class TAV_EXPORT TestDefaultValueTypeInfo final : public StructuredTypeInfo<TestDefaultValueTypeInfo, TestDefaultValue> {
+class TAV_EXPORT TestDefaultValueTypeInfo final
+    : public StructuredTypeInfo<TestDefaultValueTypeInfo, TestDefaultValue> {
 public:
     BRIX::any convertFromUString(std::u16string const& text, BRIX::ErrorHolder& errors) const override;
     std::u16string convertToUString(BRIX::any const& value) const override;
