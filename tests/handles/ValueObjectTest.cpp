@@ -2,15 +2,15 @@
 
 #include <tav/TAV/Boolean.h>
 #include <tav/TAV/Class_h.h>
+#include <tav/TAV/DataType_h.h>
 #include <tav/TAV/Double.h>
 #include <tav/TAV/Integer.h>
+#include <tav/TAV/NSInterface/ValueObjectIntf.h>
 #include <tav/TAV/PackageMergeKind.h>
 #include <tav/TAV/Real.h>
 #include <tav/TAV/UnlimitedNatural.h>
-#include <tav/TAV/VisibilityKind.h>
-#include <tav/TAV/DataType_h.h>
-#include <tav/TAV/NSInterface/ValueObjectIntf.h>
 #include <tav/TAV/ValueObject_h.h>
+#include <tav/TAV/VisibilityKind.h>
 #include <tav/kernel/primitive/TypeInfoRegistry.h>
 #include <tav/kernel/primitive/ValueObjectFactory.h>
 #include <tav/kernel/util/TAVCast.h>
@@ -147,6 +147,11 @@ TEST_F(ValueObjectTest, ValueClassesTravelAsObjectsAndComeBack)
     EXPECT_EQ(String(Object(String("\u00e9t\u00e9"))), String("\u00e9t\u00e9"));
     EXPECT_EQ(VisibilityKind(Object(VisibilityKind(VisibilityKind::Protected))), VisibilityKind::Protected);
     EXPECT_EQ(ValueObject(Object(PackageMergeKind(PackageMergeKind::Extend))).toString(), String("exdend"));
+
+    // With handles in sight, value classes still convert among themselves by number.
+    EXPECT_EQ(Boolean(Double(2.0)), true);
+    EXPECT_EQ(String(Double(0.5)), String("0.5"));
+    EXPECT_EQ(Integer(UnlimitedNatural(4294967295u)), -1);
 
     // A value of one class is not a value of another, even of the same width.
     EXPECT_THROW(Double{Object(Real(1.5))}, BRIX::bad_any_cast);

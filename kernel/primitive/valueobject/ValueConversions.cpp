@@ -15,8 +15,9 @@
 namespace TAV {
 
 template <class Derived, class Raw>
-ScalarValue<Derived, Raw>::ScalarValue(ImmutableObject const& aObject) : fValue(TAVCast<Derived>(aObject).fValue)
+Derived ScalarValue<Derived, Raw>::fromObject(ImmutableObject const& aObject)
 {
+    return TAVCast<Derived>(aObject);
 }
 
 template <class Derived, class Raw>
@@ -43,7 +44,10 @@ template class ScalarValue<ParameterDirectionKind, int>;
 template class ScalarValue<PersistenceKind, int>;
 template class ScalarValue<PackageMergeKind, int>;
 
-String::String(ImmutableObject const& aObject) : String(TAVCast<String>(aObject)) {}
+String String::fromObject(ImmutableObject const& aObject)
+{
+    return TAVCast<String>(aObject);
+}
 
 String::operator ValueObject() const
 {

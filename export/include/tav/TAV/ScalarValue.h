@@ -1,6 +1,7 @@
 #pragma once
 
 #include <tav/Export.h>
+#include <tav/TAV/ObjectHandle.h>
 
 namespace TAV {
 
@@ -24,7 +25,10 @@ public:
 
     // Where an object is expected, a value travels as a ValueObject; the
     // reverse asserts unless the object is a value of this class.
-    explicit ScalarValue(ImmutableObject const& aObject);
+    template <ObjectHandle H>
+    explicit ScalarValue(H const& aObject) : fValue(fromObject(aObject).fValue)
+    {
+    }
     operator ValueObject() const;
     operator Object() const;
 
@@ -40,6 +44,9 @@ public:
 
 protected:
     Raw fValue{};
+
+private:
+    static Derived fromObject(ImmutableObject const& aObject);
 };
 
 } // namespace TAV

@@ -2,6 +2,7 @@
 
 #include <BRIX/Type.h>
 #include <tav/Export.h>
+#include <tav/TAV/ObjectHandle.h>
 
 #include <memory>
 #include <string>
@@ -45,7 +46,10 @@ public:
     static BRIX::TypeInfo const& getTypeInfo();
     String toString() const { return *this; }
     // As the scalar value classes: a String travels as a ValueObject.
-    explicit String(ImmutableObject const& aObject);
+    template <ObjectHandle H>
+    explicit String(H const& aObject) : String(fromObject(aObject))
+    {
+    }
     operator ValueObject() const;
     operator Object() const;
     static String fromString(String const& text) { return text; }
@@ -64,6 +68,7 @@ public:
     friend bool operator<(String const& a, String const& b) { return a.fText < b.fText; }
 
 private:
+    static String fromObject(ImmutableObject const& aObject);
     std::u16string fText;
     mutable std::unique_ptr<std::string> fUtf8;
 };
