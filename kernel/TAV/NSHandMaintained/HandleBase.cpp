@@ -59,11 +59,15 @@ bool HandleBase::isValid() const
     return fObject && static_cast<NSInterface::ObjectIntf*>(fObject)->deviant_isValid(fDeviant);
 }
 
+void const* HandleBase::internal_identity() const
+{
+    return fObject ? fObject->cast(CooperativeVisitor::internal::classInfo<ReferenceCountingIntf>()) : nullptr;
+}
+
 bool HandleBase::sameObjectSlow(HandleBase const& aOther) const
 {
     // Two sub-objects of one object: the cast names the same canonical one.
-    auto const& info = CooperativeVisitor::internal::classInfo<ReferenceCountingIntf>();
-    return fObject->cast(info) == aOther.fObject->cast(info);
+    return internal_identity() == aOther.internal_identity();
 }
 
 void HandleBase::assertWritableSlow() const

@@ -6,7 +6,6 @@
 #include <tav/kernel/primitive/ValueObjectFactory.h>
 #include <tav/kernel/primitive/types/StructuredTypeInfos.h>
 #include <tav/kernel/util/TAVCast.h>
-#include <tav/kernel/visitor/CooperativeVisitor.h>
 
 #include <cstring>
 #include <functional>
@@ -51,15 +50,9 @@ Kind kindOf(ImmutableObject const& aObject)
     return isValueObject(aObject) ? Kind::Value : Kind::ModelObject;
 }
 
-// The same for every handle on one object, whichever interface it holds.
-void const* identity(ImmutableObject const& aObject)
-{
-    return aObject.internal_counted()->cast(CooperativeVisitor::internal::classInfo<ReferenceCountingIntf>());
-}
-
 bool identityBefore(ImmutableObject const& a, ImmutableObject const& b)
 {
-    return std::less<void const*>()(identity(a), identity(b));
+    return std::less<void const*>()(a.internal_identity(), b.internal_identity());
 }
 
 // As BRIX::sameType reads type names, so that the order agrees with it.

@@ -27,6 +27,13 @@ ClassMetaInfo const& metaInfo()
     return sInfo;
 }
 
+// The value interface of the object a handle holds, without counting it.
+ValueObjectIntf const* valueIntf(ImmutableObject const& aObject)
+{
+    ReferenceCountingIntf const* const counted = aObject.internal_counted();
+    return counted ? static_cast<ValueObjectIntf const*>(counted->cast(classInfo<ValueObjectIntf>())) : nullptr;
+}
+
 } // namespace
 
 namespace NSInterface {
@@ -143,8 +150,7 @@ ValueObject::ValueObject(ValueObjectIntf* aObject, Deviant aDeviant) : Immutable
 
 bool isValueObject(ImmutableObject const& aObject)
 {
-    ReferenceCountingIntf const* const counted = aObject.internal_counted();
-    return counted && counted->cast(classInfo<ValueObjectIntf>());
+    return valueIntf(aObject) != nullptr;
 }
 
 bool isDataType(ImmutableType const& aType)
@@ -155,9 +161,7 @@ bool isDataType(ImmutableType const& aType)
 // No handle of its own: the caller's keeps the object, and so the value, alive.
 BRIX::any const& internal::carriedValue(ImmutableObject const& aObject, int aLine)
 {
-    ReferenceCountingIntf const* const counted = aObject.internal_counted();
-    auto const* const value =
-        counted ? static_cast<ValueObjectIntf const*>(counted->cast(classInfo<ValueObjectIntf>())) : nullptr;
+    ValueObjectIntf const* const value = valueIntf(aObject);
     if (!value)
         Asserter::MakeAlways<Exception>("%s", Asserter::sNoMessage)
             .handle("export/include/tav/kernel/util/TAVCast", aLine, "");

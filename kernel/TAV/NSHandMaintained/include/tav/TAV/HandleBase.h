@@ -52,6 +52,9 @@ public:
         return fObject == aOther.fObject || (fObject && aOther.fObject && sameObjectSlow(aOther));
     }
     ReferenceCountingIntf* internal_counted() const { return fObject; }
+    // The object's canonical sub-object: one address for every handle on the
+    // object, whichever interface each holds; null for an empty handle.
+    void const* internal_identity() const;
 
 protected:
     HandleBase() noexcept = default;
