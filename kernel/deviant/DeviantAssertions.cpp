@@ -20,8 +20,7 @@ constexpr char kSource[] = "kernel/deviant/Deviant";
 std::string metaClassName(ObjectIntf const* object)
 {
     auto const hook = internal::classObjectHooks().metaClassName;
-    char const* name = hook && object ? hook(object) : nullptr;
-    return name ? name : "";
+    return hook && object ? hook(object) : std::string();
 }
 
 std::string objectIndex(ObjectIntf const* object, Deviant d)

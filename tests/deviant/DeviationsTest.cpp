@@ -21,8 +21,8 @@ protected:
     {
         auto& hooks = TAV::internal::classObjectHooks();
         hooks.isClassObject = [](ObjectIntf const* o) { return dynamic_cast<Counter const*>(o) != nullptr; };
-        hooks.metaClassName = [](ObjectIntf const* o) -> char const* {
-            return dynamic_cast<Counter const*>(o) ? "Counter" : nullptr;
+        hooks.metaClassName = [](ObjectIntf const* o) {
+            return std::string(dynamic_cast<Counter const*>(o) ? "Counter" : "");
         };
         hooks.objectIndex = [](ObjectIntf const* o, Deviant) -> long long {
             auto const* counter = dynamic_cast<Counter const*>(o);

@@ -109,16 +109,18 @@ TEST_F(FamilyTest, TwoBaseObjectsAnswerThroughEveryPath)
     Operation op(make<NSImplementation::OperationImpl>(root), root);
     Package pkg(make<NSImplementation::PackageImpl>(root), root);
     Class c = newClass();
-    MultiplicityElement me = op;
+    Property attribute = newProperty();
+    MultiplicityElement me = attribute; // StructuralFeature: Feature and MultiplicityElement
     open(root);
     me.setUpper(UnlimitedNatural(7));
+    attribute.setName("run");
     op.setName("run");
     op.setClass(c);
     pkg.setUri("urn:p");
     c.setPackage(pkg);
     close(root);
 
-    EXPECT_EQ(op.getUpper(), UnlimitedNatural(7));
+    EXPECT_EQ(attribute.getUpper(), UnlimitedNatural(7));
     EXPECT_EQ(ImmutableNamedElement(me).getName(), String("run"));
     EXPECT_TRUE(op.getClass() == c);
     EXPECT_EQ(c.internal_intf()->internal_rawOwnedOperations(root)->size(), 1u);

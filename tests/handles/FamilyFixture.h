@@ -4,11 +4,15 @@
 
 #include "kernel/TAV/NSImplementation/AssociationImpl.h"
 #include "kernel/TAV/NSImplementation/ClassImpl.h"
+#include "kernel/TAV/NSImplementation/OperationImpl.h"
+#include "kernel/TAV/NSImplementation/ParameterImpl.h"
 #include "kernel/TAV/NSImplementation/PropertyImpl.h"
 #include "kernel/TAV/NSImplementation/NSDeviant/PropertyDeviantImpl.h"
 
 #include <tav/TAV/Association_h.h>
 #include <tav/TAV/Class_h.h>
+#include <tav/TAV/Operation_h.h>
+#include <tav/TAV/Parameter_h.h>
 #include <tav/TAV/Property_h.h>
 #include <tav/kernel/deviant/DeviantImpl.h>
 #include <tav/kernel/deviant/DeviantManager.h>

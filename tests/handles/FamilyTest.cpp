@@ -9,6 +9,8 @@
 #include <tav/TAV/RawRefList.h>
 #include <tav/TAV/SparseMap.h>
 
+#include <algorithm>
+
 namespace TAV::test {
 namespace {
 
@@ -97,36 +99,55 @@ TEST_F(FamilyTest, MandatoryValuesAlwaysHaveOne)
     EXPECT_TRUE(p.isUnique());
 }
 
-TEST_F(FamilyTest, ContainmentEndKeepsTheOppositeList)
+TEST_F(FamilyTest, ContainmentEndKeepsTheOppositeListAndTheContainees)
 {
     Property p = newProperty();
     Class c1 = newClass();
     Class c2 = newClass();
-    auto list = [&](Class const& c) { return c.internal_intf()->internal_rawOwnedAttributes(root); };
+    Association a = newAssociation();
     auto* self = canonical(p);
+    auto attributes = [&](Class const& c) {
+        RawRefList const* list = c.internal_intf()->internal_rawOwnedAttributes(root);
+        return static_cast<std::size_t>(std::count(list->begin(), list->end(), self));
+    };
+    auto containees = [&](ImmutableClassObject const& c) {
+        RawRefList const* list = c.internal_intf()->internal_rawContaineeTAVs(root);
+        return static_cast<std::size_t>(std::count(list->begin(), list->end(), self));
+    };
 
     open(root);
     p.setClass(c1);
     EXPECT_TRUE(p.getClass() == c1);
-    EXPECT_TRUE(p.hasClass());
     EXPECT_TRUE(p.getContainerTAV() == ImmutableClassObject(c1));
-    ASSERT_EQ(list(c1)->size(), 1u);
-    EXPECT_EQ((*list(c1))[0], self);
+    EXPECT_EQ(attributes(c1), 1u);
+    EXPECT_EQ(containees(c1), 1u);
 
-    // The same class again: the list is left alone.
-    p.setClass(c1);
-    EXPECT_EQ(list(c1)->size(), 1u);
+    p.setClass(c1); // unchanged: neither list grows
+    EXPECT_EQ(attributes(c1), 1u);
+    EXPECT_EQ(containees(c1), 1u);
 
     p.setClass(c2);
-    EXPECT_TRUE(list(c1)->empty());
-    EXPECT_EQ(list(c2)->size(), 1u);
+    EXPECT_EQ(attributes(c1) + containees(c1), 0u);
+    EXPECT_EQ(attributes(c2), 1u);
+    EXPECT_EQ(containees(c2), 1u);
     EXPECT_TRUE(p.getNamespace() == ImmutableNamespace(c2));
     EXPECT_TRUE(p.getOwner() == ImmutableElement(c2));
 
-    p.removeClass();
-    EXPECT_TRUE(list(c2)->empty());
-    EXPECT_FALSE(p.hasClass());
+    // The slot itself, and the writable owner end, keep the containees too.
+    p.setContainerTAV(a);
+    EXPECT_EQ(attributes(c2) + containees(c2), 1u) << "the slot leaves the other end's list alone";
+    EXPECT_EQ(containees(a), 1u);
+    p.setOwner(c1);
+    EXPECT_EQ(containees(a), 0u);
+    EXPECT_EQ(containees(c1), 1u);
+    p.removeOwner();
+    EXPECT_EQ(containees(c1), 0u);
     EXPECT_FALSE(p.hasContainerTAV());
+
+    p.setClass(c2);
+    p.removeClass();
+    EXPECT_EQ(attributes(c2) + containees(c2), 1u) << "only a stale ownedAttribute entry remains";
+    EXPECT_FALSE(p.hasClass());
     close(root);
 }
 
@@ -251,7 +272,6 @@ TEST_F(FamilyTest, StatesRefuseObjectOperations)
     EXPECT_TAV_THROW(state.setObjectIndex(root, 3),
                      "kernel/TAV/NSImplementation/NSDeviant/PropertyDeviantImpl");
     EXPECT_TRUE(state.getRootDeviant().isNull());
-    EXPECT_STREQ(state.getMetaClassName(), "Property");
     EXPECT_EQ(state.getObjectIndex(root), Integer(-1));
 }
 
@@ -271,10 +291,56 @@ TEST_F(FamilyTest, RootFactoryWantsTheRootDeviant)
 TEST_F(FamilyTest, ObjectIndexLivesOnTheObject)
 {
     Property p = newProperty();
-    EXPECT_FALSE(p.hasObjectIndex());
+    EXPECT_TRUE(p.hasObjectIndex()) << "constantly true";
     p.internal_intf()->setObjectIndex(root, 7);
     EXPECT_EQ(ImmutableProperty(p.internal_intf(), named).getObjectIndex(), Integer(7));
-    EXPECT_STREQ(p.internal_intf()->getMetaClassName(), "Property");
+    p.internal_intf()->removeObjectIndex(named);
+    EXPECT_EQ(p.getObjectIndex(), Integer(0));
+    EXPECT_TRUE(p.hasObjectIndex());
+    EXPECT_EQ(p.getMetaClass().internal_intf(), nullptr) << "no metaclass before the meta-registry";
+}
+
+TEST_F(FamilyTest, RootModelIsTheModelAndCannotBeRemoved)
+{
+    Property p = newProperty();
+    EXPECT_FALSE(p.hasRootModel());
+    EXPECT_EQ(p.getRootModel().internal_intf(), nullptr);
+    open(root);
+    for (auto remove : {&Property::removeRootModel, &Property::removeOnlyRootModel})
+        EXPECT_TAV_THROW((p.*remove)(), "rootModel is a derived property and thus cannot have the remove method implemented");
+    close(root);
+}
+
+TEST_F(FamilyTest, OperationMultiplicityAndTypeAreThoseOfItsReturnParameter)
+{
+    Operation op(make<NSImplementation::OperationImpl>(root), root);
+    Parameter in(make<NSImplementation::ParameterImpl>(root), root);
+    Parameter result(make<NSImplementation::ParameterImpl>(root), root);
+    Class type = newClass();
+    open(root);
+    op.setType(type);
+    op.setLower(0);
+    EXPECT_FALSE(op.hasType()) << "no return parameter: nothing to write to";
+    EXPECT_EQ(op.getLower(), Integer(1));
+    EXPECT_FALSE(op.isUnique());
+
+    result.setDirection(ParameterDirectionKind::Return);
+    auto* params = op.internal_intf()->internal_rawOwnedParametersForWrite(root);
+    params->push_back(canonical(in));
+    params->push_back(canonical(result));
+    op.setType(type);
+    op.setUpper(UnlimitedNatural(0xFFFFFFFFu));
+    op.setIsOrdered(true);
+    close(root);
+
+    EXPECT_TRUE(op.internal_intf()->returnResult(root) == result);
+    EXPECT_TRUE(result.getType() == ImmutableType(type));
+    EXPECT_FALSE(in.hasType());
+    EXPECT_TRUE(op.getType() == ImmutableType(type));
+    EXPECT_EQ(op.getUpper(), UnlimitedNatural(0xFFFFFFFFu));
+    EXPECT_TRUE(op.isOrdered());
+    EXPECT_TRUE(op.isUnique()) << "the parameter's default";
+    EXPECT_TRUE(op.hasLower()) << "the parameter's default lower is set";
 }
 
 TEST_F(FamilyTest, StateLayoutFollowsTheDescription)

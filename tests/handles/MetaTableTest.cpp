@@ -17,16 +17,21 @@ namespace {
 using NSInterface::ClassIntf;
 using NSInterface::PropertyIntf;
 
-TEST(MetaTables, PackageTableNamesEveryMetaclassByIndex)
+TEST(MetaTables, PackageTableHasARecordForEveryType)
 {
     PackageIntrospectiveMethods* package = get_TAV_PackageIntrospectiveMethods();
     ASSERT_EQ(package->count, 63u);
-    EXPECT_EQ(package->types[2], &PropertyIntf::sIntrospectiveMethods);
-    EXPECT_EQ(package->types[25], &ClassIntf::sIntrospectiveMethods);
     EXPECT_EQ(package->types[0], nullptr);
     EXPECT_EQ(package->types[62], nullptr);
-    EXPECT_EQ(package->types[29], nullptr) << "String is a value type";
-    EXPECT_EQ(PropertyIntf::sIntrospectiveMethods.package, package);
+    for (unsigned i = 1; i < 62; ++i) {
+        ASSERT_NE(package->types[i], nullptr) << "slot " << i;
+        EXPECT_EQ(package->types[i]->package, package) << "slot " << i;
+        EXPECT_EQ(package->types[i]->metaType, nullptr) << "set by the meta-registry";
+    }
+    EXPECT_EQ(package->types[2], &PropertyIntf::sIntrospectiveMethods);
+    EXPECT_EQ(package->types[25], &ClassIntf::sIntrospectiveMethods);
+    EXPECT_EQ(package->types[29]->descriptions[0], nullptr) << "String has no rows";
+    EXPECT_EQ(package->types[29]->superClasses[0].package, nullptr);
 }
 
 TEST(MetaTables, RowsAreIndexedByIdWithTheirAttributes)

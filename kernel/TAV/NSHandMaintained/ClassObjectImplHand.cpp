@@ -1,11 +1,50 @@
-// What the runtime asks of class objects, answered through the generated interfaces.
+// Hand-maintained members of ClassObject, and what the runtime asks of class objects,
+// answered through the generated interfaces.
 
+#include <tav/TAV/Class_h.h>
+#include <tav/TAV/Model_h.h>
 #include <tav/TAV/NSInterface/ClassObjectIntf.h>
 #include <tav/TAV/NSInterface/ModelIntf.h>
 #include <tav/kernel/deviant/ClassObjectHooks.h>
+#include <tav/kernel/util/Asserter.h>
 #include <tav/kernel/visitor/CooperativeVisitor.h>
 
 namespace TAV {
+namespace NSInterface {
+
+namespace {
+constexpr char kSource[] = "kernel/TAV/NSImplementation/ClassObjectImpl";
+
+[[noreturn]] void rootModelIsDerived(int aLine)
+{
+    Asserter::MakeAlways<Exception>("rootModel is a derived property and thus cannot have the remove method implemented")
+        .handle(kSource, aLine, "");
+    __builtin_unreachable();
+}
+} // namespace
+
+bool ClassObjectIntf::hasRootModel(Deviant aDeviant) const
+{
+    return ImmutableObject(getRootModel(aDeviant)).isValid();
+}
+
+void ClassObjectIntf::removeRootModel(Deviant)
+{
+    rootModelIsDerived(__LINE__);
+}
+
+ImmutableModel ClassObjectIntf::getRootModel(Deviant aDeviant) const
+{
+    return getModelTAV(aDeviant);
+}
+
+void ClassObjectIntf::removeOnlyRootModel(Deviant)
+{
+    rootModelIsDerived(__LINE__);
+}
+
+} // namespace NSInterface
+
 namespace {
 
 NSInterface::ClassObjectIntf const* asClassObject(NSInterface::ObjectIntf const* aObject)
@@ -26,10 +65,17 @@ bool isClassObject(NSInterface::ObjectIntf const* aObject)
     return asClassObject(aObject) != nullptr;
 }
 
-char const* metaClassName(NSInterface::ObjectIntf const* aObject)
+std::string metaClassName(NSInterface::ObjectIntf const* aObject)
 {
     auto const* object = asClassObject(aObject);
-    return object ? object->getMetaClassName() : nullptr;
+    if (!object)
+        return {};
+    ImmutableClass const metaClass = object->getMetaClass(object->getRootDeviant());
+    if (metaClass.internal_intf())
+        return metaClass.getName().toUtf8();
+    // Before the meta-registry stands, the generated dotted name ("TAV.Property").
+    std::string const dotted = object->getKestName(false).toUtf8();
+    return dotted.substr(dotted.rfind('.') + 1);
 }
 
 long long objectIndex(NSInterface::ObjectIntf const* aObject, Deviant aDeviant)

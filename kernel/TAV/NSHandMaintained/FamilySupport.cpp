@@ -18,6 +18,12 @@ void notYetAvailable(char const* aOperation, char const* aSource, int aLine)
     __builtin_unreachable();
 }
 
+Deviant& metaRegistryRoot()
+{
+    static Deviant sRoot;
+    return sRoot;
+}
+
 void assertRootDeviant(Deviant aDeviant, char const* aMessage, char const* aSource, int aLine)
 {
     Asserter::Make<Exception>(aDeviant.getDeviantId() == 0, "%s", aMessage).handle(aSource, aLine, "");

@@ -2,6 +2,7 @@
 
 // Shared by the generated objects, states and interfaces; kernel-internal.
 
+#include <tav/TAV/Class_h.h>
 #include <tav/TAV/NSInterface/ClassObjectIntf.h>
 #include <tav/TAV/RawRefList.h>
 #include <tav/TAV/SparseMap.h>
@@ -21,6 +22,17 @@ void crossModelCheck(Deviant aDeviant, Deviant aOther, IntrospectiveMethods cons
 bool isValidIn(Deviations const& aDeviations, Deviant aRoot, Deviant aDeviant);
 void setSlot(Deviations& aDeviations, Deviant aDeviant, NSInterface::ObjectIntf* aState);
 void commitTransientState(Deviations& aDeviations, Deviant aRoot, Deviant aDeviant, StateFactory const& aFactory);
+
+// The root deviant of the model that holds the metamodel as objects; null until the
+// meta-registry has built it.
+Deviant& metaRegistryRoot();
+
+// A metaclass slot's class, read in the meta-registry; empty while the slot is.
+template <class M>
+ImmutableClass metaClassOf(M* aMeta)
+{
+    return aMeta ? ImmutableClass(static_cast<NSInterface::ClassIntf*>(aMeta), metaRegistryRoot()) : ImmutableClass();
+}
 
 // The canonical ClassObjectIntf of the object that `aSelf` is part of.
 template <class I>

@@ -7,6 +7,9 @@ from typing import Dict, List, Optional
 
 UNLIMITED = 0xFFFFFFFF
 
+# The object-side operations of the frame class, which every object class implements.
+FRAME_OPS = ("getMetaClass", "hasObjectIndex", "removeObjectIndex", "setObjectIndex", "getObjectIndex")
+
 
 @dataclass
 class Ref:
@@ -58,6 +61,12 @@ class Prop:
         return "sparse" in self.flags
 
     @property
+    def stored_list(self) -> bool:
+        """A multi-valued reference held as a raw list in the state."""
+        return (self.multi and self.type.kind == "class" and not self.sparse
+                and (not self.derived or "containees" in self.flags))
+
+    @property
     def is_container_slot(self) -> bool:
         return "container" in self.flags
 
@@ -105,6 +114,7 @@ class Operation:
     const: bool
     pure: bool
     line: int
+    pending: bool = False          # declared now; its body raises until its milestone lands
 
 
 @dataclass
@@ -125,6 +135,7 @@ class Type:
     docs: List[str] = field(default_factory=list)
     bases: List["Type"] = field(default_factory=list)
     operations: List["Operation"] = field(default_factory=list)
+    order: List[str] = field(default_factory=list)  # interface order, where not definition order
 
     @property
     def is_class(self) -> bool:

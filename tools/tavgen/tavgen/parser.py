@@ -7,10 +7,12 @@ import re
 import shlex
 from typing import List, Optional
 
-from .model import UNLIMITED, Metamodel, Operation, Prop, Ref, Type
+from .model import FRAME_OPS, UNLIMITED, Metamodel, Operation, Prop, Ref, Type
 
 PROP_FLAGS = {"composite", "derived", "union", "readonly", "ordered", "transient",
-              "private", "sparse", "container", "deferred"}
+              "private", "sparse", "container", "deferred", "containees", "writable", "pending",
+              "hand"}
+OP_FLAGS = {"pure", "pending"}
 CLASS_MARKS = {"handwritten", "frame"}
 
 
@@ -135,9 +137,16 @@ class _Parser:
             (self.last_prop or self.current).docs.append(t[1])
             return
         if head == "operation":
-            if self.current.kind != "class" or len(t) < 2 or len(t) > 3 or t[2:] not in ([], ["pure"]):
-                self.fail(no, "expected 'operation \"C++ SIGNATURE\" [pure]' in a class")
-            self.current.operations.append(self.operation(no, t[1], t[2:] == ["pure"]))
+            if self.current.kind != "class" or len(t) < 2 or not set(t[2:]) <= OP_FLAGS:
+                self.fail(no, "expected 'operation \"C++ SIGNATURE\" [pure | pending]' in a class")
+            op = self.operation(no, t[1], "pure" in t[2:])
+            op.pending = "pending" in t[2:]
+            self.current.operations.append(op)
+            return
+        if head == "order":
+            if self.current.kind != "class" or len(t) < 2:
+                self.fail(no, "expected 'order NAME...' in a class")
+            self.current.order.extend(t[1:])
             return
         if head == "literals":
             if self.current.kind != "enumeration":
@@ -289,12 +298,21 @@ def _resolve(mm: Metamodel) -> None:
     for t in mm.classes:
         names = set()
         for op in t.operations:
-            if op.name in names:
+            key = (op.name, tuple(ty for ty, _ in op.params))
+            if key in names:
                 fail(op.line, f"operation '{op.name}' declared twice in '{t.name}'")
-            names.add(op.name)
+            names.add(key)
             if op.pure and not t.handwritten:
                 # A generated object class is final: nobody could implement it.
                 fail(op.line, f"operation '{op.name}' of generated class '{t.name}' cannot be pure")
+        if t.order:
+            names = {op.name for op in t.operations} | {p.name for p in t.props}
+            names |= set(FRAME_OPS) if t.frame else set()
+            unknown = [n for n in t.order if n not in names]
+            missing = sorted(names - set(t.order))
+            if unknown or missing:
+                fail(t.line, f"order of '{t.name}' must name each operation and property once: "
+                             f"unknown {unknown}, missing {missing}")
         if t.handwritten and (t.props or t.bases):
             fail(t.line, f"hand-written class '{t.name}' can have neither properties nor superclasses")
     generated = [t for t in mm.classes if not t.handwritten]

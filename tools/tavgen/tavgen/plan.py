@@ -11,6 +11,10 @@ from typing import Dict, List, Optional, Tuple
 
 from .model import UNLIMITED, Metamodel, Prop, Type
 
+
+def sig_key(op) -> tuple:
+    return (op.name, tuple(t for t, _ in op.params), op.const)
+
 NS_I = "NSInterface::"
 
 
@@ -60,6 +64,7 @@ class Op:
     on_handle: bool = True
     static: bool = False
     frame: bool = False             # object-side operation of the frame
+    override: bool = False          # replaces an ancestor's operation; body hand-maintained
 
     def signature(self, qualify: str = "", with_names: bool = True) -> str:
         ps = ", ".join(f"{t} {n}" if with_names else t for t, n in self.params)
@@ -131,6 +136,46 @@ def flags_type(n: int) -> str:
     return "std::uint8_t" if n <= 8 else "std::uint16_t" if n <= 16 else "std::uint32_t"
 
 
+def void_params(params: List[Tuple[str, str]]) -> str:
+    return "".join(f"(void){n};\n" for _, n in params)
+
+
+def pending(name: str, params: List[Tuple[str, str]], owner: Type) -> str:
+    """Body of a slot whose behaviour comes with a later milestone."""
+    return (void_params(params) +
+            f'family::notYetAvailable("{name}", "kernel/TAV/NSImplementation/{owner.name}Impl", __LINE__);')
+
+
+def pending_ops(p: Prop) -> List[Op]:
+    """The accessor group of a property that is declared now and served later."""
+    U = p.upper_name
+    D = ("Deviant", "aDeviant")
+    if p.multi:
+        Ps = plural(U)
+        # Sparse lists answer has like the other sparse properties; the getters' sequences
+        # come later, so their slots are held under placeholder names.
+        ops = [Op(f"has{Ps}", "bool", [D], True)] if p.sparse else []
+        ops += [Op(f"internal_pendingGet{Ps}", "void", [D], False, on_handle=False),
+                Op(f"internal_pendingGet{Ps}WithoutAssociation", "void", [D], True, on_handle=False)]
+    else:
+        cpp = value_cpp(p.type) if p.is_value else himm(p.type)
+        ops = [Op(f"has{U}", "bool", [D], True), Op(f"remove{U}", "void", [D], False, mutating=True),
+               Op(f"set{U}", "void", [D, (f"{cpp} const&", "aValue")], False, mutating=True),
+               Op(f"get{U}", cpp, [D], True)]
+    for op in ops:
+        op.logic = pending(op.name, op.params, p.owner)
+    return ops
+
+
+def hand_ops(p: Prop) -> List[Op]:
+    """A derived single reference whose accessors the hand-maintained part writes."""
+    U = p.upper_name
+    D = ("Deviant", "aDeviant")
+    H = himm(p.type)
+    return [Op(f"has{U}", "bool", [D], True), Op(f"remove{U}", "void", [D], False, mutating=True),
+            Op(f"get{U}", H, [D], True), Op(f"removeOnly{U}", "void", [D], False, mutating=True)]
+
+
 def upkeep_snippets(upkeep: Optional[Prop], self_expr: str) -> Tuple[str, str]:
     """Statements that add this object to, and drop it from, the raw list of a
     multi-valued opposite end: `aValue` is the new value, `current` the old."""
@@ -145,23 +190,52 @@ def upkeep_snippets(upkeep: Optional[Prop], self_expr: str) -> Tuple[str, str]:
     return push, drop
 
 
+def containees_of(mm: Metamodel) -> Optional[Prop]:
+    return next((q for c in mm.classes for q in c.props if "containees" in q.flags), None)
+
+
+def redefined_override_ops(mm: Metamodel, p: Prop) -> List[Op]:
+    """A derived redefinition answered by hand: the redefined group's operations, overridden."""
+    target = next(r.target for r in p.redefines if r.prop == p.name)
+    out = []
+    for op in plan_prop(mm, target).ops:
+        out.append(Op(op.name, op.ret, list(op.params), op.const, mutating=op.mutating,
+                      on_handle=False, override=True))
+    return out
+
+
 def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
     U = p.upper_name
     D = ("Deviant", "aDeviant")
     pid = p.id
-    owner_intf = intf(p.owner)
+
+    if "pending" in p.flags:
+        return PropPlan(p, "pending", ops=pending_ops(p))
+    if "hand" in p.flags:
+        if p.redefines_same_name:
+            return PropPlan(p, "hand_redefinition", ops=redefined_override_ops(mm, p))
+        return PropPlan(p, "hand", ops=hand_ops(p))
 
     if p.multi:
         if p.sparse and p.is_reference:
             pl = PropPlan(p, "sparse_list", sparse_map=("RawRefList", f"{p.name}_sparse"))
-            pl.ops.append(Op(f"has{plural(U)}", "bool", [D], True, logic=(
-                f"auto const* s = getReadDeviantI(aDeviant, static_cast<ClassObjectIntf const*>(this));\n"
-                f"if (!s)\n    return false;\n"
+            key_r = "getReadDeviantI(aDeviant, static_cast<ClassObjectIntf const*>(this))"
+            key_w = "getWriteDeviantI(aDeviant, static_cast<ClassObjectIntf const*>(this))"
+            Ps = plural(U)
+            pl.ops.append(Op(f"has{Ps}", "bool", [D], True, logic=(
+                f"auto const* list = internal_raw{Ps}(aDeviant);\n"
+                f"return list && !list->empty();")))
+            pl.ops.append(Op(f"internal_raw{Ps}", "RawRefList const*", [D], True, on_handle=False, logic=(
+                f"auto const* s = {key_r};\n"
+                f"if (!s)\n    return nullptr;\n"
                 f"auto const& map = {p.name}_sparse();\n"
                 f"auto it = map.find(s);\n"
-                f"return it != map.end() && !it->second.empty();")))
+                f"return it != map.end() ? &it->second : nullptr;")))
+            pl.ops.append(Op(f"internal_raw{Ps}ForWrite", "RawRefList*", [D], False, on_handle=False, logic=(
+                f"auto const* s = {key_w};\n"
+                f"return s ? &{p.name}_sparse()[s] : nullptr;")))
             return pl
-        if p.derived:
+        if p.derived and "containees" not in p.flags:
             return PropPlan(p, "derived_list", deferred="derived multi-valued: a view sequence")
         if stored_by_redefinition(p):
             return PropPlan(p, "redefinition", deferred="served by the redefined property")
@@ -248,7 +322,7 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
     T = p.type
     H = himm(T)
     opp = p.opposite.target if p.opposite else None
-    upkeep = opp if (opp is not None and opp.multi and not opp.derived and not opp.sparse) else None
+    upkeep = opp if (opp is not None and opp.stored_list) else None
     cross = ""
     if p.opposite:
         cross = (f"if (aValue.internal_intf())\n"
@@ -266,10 +340,12 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
         ops = [Op(f"has{U}", "bool", [D], True, pure=True, impl=f"return s->{fname} != nullptr;",
                   state=f"return {fname} != nullptr;")]
         push, drop = upkeep_snippets(upkeep, self_expr)
+        # The container slot leaves its old list last, other ends first.
+        first, last = ("", drop) if p.is_container_slot else (drop, "")
         ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic=(
             f"{H} current = get{U}(aDeviant);\n"
-            f"if (!current.internal_intf())\n    return;\n" + drop +
-            f"removeOnly{U}(aDeviant);")))
+            f"if (!current.internal_intf())\n    return;\n" + first +
+            f"removeOnly{U}(aDeviant);\n" + last)))
         ops.append(Op(f"set{U}", "void", [D, (f"{H} const&", "aValue")], False, mutating=True, logic=(
             cross +
             f"if (has{U}(aDeviant) && get{U}(aDeviant) == aValue)\n    return;\n"
@@ -299,12 +375,14 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
         pl = PropPlan(p, "container_end", upkeep=upkeep)
         slot = next(q for q in p.subset_closure() if q.is_container_slot).upper_name
         get = Op(f"get{U}", H, [D], True, logic=f"return {H}(get{slot}(aDeviant));")
-        if p.derived or p.readonly:
+        if (p.derived or p.readonly) and "writable" not in p.flags:
             pl.ops = [Op(f"has{U}", "bool", [D], True,
                          logic=f"return get{U}(aDeviant).internal_intf() != nullptr;"), get]
             return pl
         optional = p.lower == 0
         push, drop = upkeep_snippets(upkeep, self_expr)
+        # Every containment end is also a subset of the containee list.
+        push += upkeep_snippets(containees_of(mm), self_expr)[0]
         ops = []
         if optional:
             ops.append(Op(f"has{U}", "bool", [D], True,
@@ -314,7 +392,7 @@ def plan_prop(mm: Metamodel, p: Prop) -> PropPlan:
                 (f"{H} current = get{U}(aDeviant);\n"
                  f"if (current.internal_intf()) {{\n" +
                  "".join("    " + l + "\n" for l in drop.splitlines()) + "}\n" if drop else "") +
-                f"removeOnly{slot}(aDeviant);")))
+                f"remove{slot}(aDeviant);")))
         else:
             ops.append(Op(f"has{U}", "bool", [D], True, logic="(void)aDeviant;\nreturn true;"))
             ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic="(void)aDeviant;"))
@@ -359,7 +437,7 @@ def frame_ops() -> List[Op]:
     """The object side of the class-object frame, declared on the frame class."""
     D = ("Deviant", "aDeviant")
     return [
-        Op("getMetaClassName", "char const*", [], True, pure=True, on_handle=False, frame=True),
+        Op("getMetaClass", "ImmutableClass", [D], True, pure=True, frame=True),
         Op("hasObjectIndex", "bool", [D], True, pure=True, frame=True),
         Op("removeObjectIndex", "void", [D], False, pure=True, mutating=True, frame=True),
         Op("setObjectIndex", "void", [D, ("Integer const&", "aIndex")], False, pure=True, mutating=True,
@@ -377,16 +455,25 @@ class Plans:
             c.name: [plan_prop(mm, p) for p in c.props] for c in mm.classes}
 
     def declared_ops(self, cls: Type) -> List[Op]:
-        """Operations the description declares; bodies are hand-maintained."""
-        return [Op(o.name, o.ret, list(o.params), o.const, pure=o.pure, on_handle=False)
+        """Operations the description declares; bodies are hand-maintained unless pending."""
+        return [Op(o.name, o.ret, list(o.params), o.const, pure=o.pure, on_handle=False,
+                   logic=pending(o.name, o.params, cls) if o.pending else None)
                 for o in cls.operations]
 
+    def hand_overrides(self, cls: Type) -> set:
+        """Signatures that a class of cls's ancestry answers by hand over a generated one."""
+        return {sig_key(op) for c in self.mm.preorder(cls)
+                for pl in self.props.get(c.name, []) for op in pl.ops if op.override}
+
     def own_ops(self, cls: Type) -> List[Op]:
-        """What the class's interface declares itself (the hand-written root: what it has)."""
-        ops = self.declared_ops(cls) + (frame_ops() if cls.frame else [])
-        for pl in self.props[cls.name]:
-            ops.extend(pl.ops)
-        return ops
+        """What the class's interface declares itself (the hand-written root: what it has),
+        in its `order` where it has one: the virtual layout is every domain library's interface."""
+        groups: List[Tuple[str, List[Op]]] = [(o.name, [o]) for o in self.declared_ops(cls)]
+        groups += [(o.name, [o]) for o in (frame_ops() if cls.frame else [])]
+        groups += [(pl.prop.name, pl.ops) for pl in self.props[cls.name]]
+        if not cls.order:
+            return [op for _, g in groups for op in g]
+        return [op for n in dict.fromkeys(cls.order) for m, g in groups if m == n for op in g]
 
     def fields(self, cls: Type) -> List[Tuple[Type, PropPlan]]:
         return [(c, pl) for c in self.mm.preorder(cls) for pl in self.props[c.name] if pl.field]

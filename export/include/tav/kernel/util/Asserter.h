@@ -47,18 +47,29 @@ protected:
     bool passed;
 
 private:
-    // What a failed check throws; each asserter kind raises its own exception.
-    [[noreturn]] virtual void raise(const char* file, int line, const char* expression) const;
+    // What a failed check throws. Each asserter kind has its own, reached from its handle.
+    [[noreturn]] void raise(const char* file, int line, const char* expression) const;
 };
+
+// Each asserter kind overrides handle with the same test in front of its own raise.
+#define TAV_ASSERTER_HANDLE                                                          \
+public:                                                                               \
+    void handle(const char* file, int line, const char* expression) const override   \
+    {                                                                                 \
+        if (passed)                                                                   \
+            return;                                                                   \
+        raise(file, line, expression);                                                \
+    }                                                                                 \
+                                                                                      \
+private:                                                                              \
+    [[noreturn]] void raise(const char* file, int line, const char* expression) const;
 
 // Throws E with "Assertion failed: <fLogBuf> at <file>:<line>: <expression>".
 template<class E>
 class TAV_EXPORT AsserterEx : public Asserter {
 public:
     explicit AsserterEx(bool condition) : Asserter(condition) {}
-
-private:
-    [[noreturn]] void raise(const char* file, int line, const char* expression) const override;
+    TAV_ASSERTER_HANDLE
 };
 
 // Throws ExceptionUnicode: the location, a line feed, then the given text.
@@ -66,9 +77,7 @@ template<>
 class TAV_EXPORT AsserterEx<ExceptionUnicode> : public Asserter {
 public:
     AsserterEx(bool condition, const std::u16string& text) : Asserter(condition), fText(text) {}
-
-private:
-    [[noreturn]] void raise(const char* file, int line, const char* expression) const override;
+    TAV_ASSERTER_HANDLE
     std::u16string fText;
 };
 
@@ -78,9 +87,7 @@ template<>
 class TAV_EXPORT AsserterEx<UserException> : public Asserter {
 public:
     AsserterEx(bool condition, const BaseMsgID& messageId) : Asserter(condition), fMessage(messageId) {}
-
-private:
-    [[noreturn]] void raise(const char* file, int line, const char* expression) const override;
+    TAV_ASSERTER_HANDLE
     const BaseMsgID& fMessage;
 };
 
@@ -89,5 +96,7 @@ extern template class AsserterEx<UnImplementedException>;
 extern template AsserterEx<Exception> Asserter::Make<Exception>(bool, const char*, ...);
 extern template AsserterEx<Exception> Asserter::MakeAlways<Exception>(const char*, ...);
 extern template AsserterEx<UnImplementedException> Asserter::MakeAlways<UnImplementedException>(const char*, ...);
+
+#undef TAV_ASSERTER_HANDLE
 
 } // namespace TAV
