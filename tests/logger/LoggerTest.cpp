@@ -9,7 +9,10 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <set>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 using namespace TAV;
@@ -92,22 +95,14 @@ TEST_F(LoggerTest, ThresholdAndOffAreApplied)
     EXPECT_EQ(console.out.str(), "[Info] i x\n[Debug] now d\n");
 }
 
-TEST_F(LoggerTest, OffIsNeverOfferedEvenToATakeAllHandler)
-{
-    RecordingHandler recorder;
-    add(&recorder);
-    Logger::instance().publish(LogLevel::Off, "off");
-    Logger::instance().publish(LogLevel::Trace, "trace");
-    EXPECT_EQ(recorder.lines, std::vector<std::string>{"[Trace] trace\n"});
-}
-
-TEST_F(LoggerTest, AddingTwiceDeliversOnce)
+TEST_F(LoggerTest, OffIsNeverOfferedAndAddingTwiceDeliversOnce)
 {
     RecordingHandler recorder;
     add(&recorder);
     Logger::instance().addHandler(&recorder);
-    tavLogError("once");
-    EXPECT_EQ(recorder.lines.size(), 1u);
+    Logger::instance().publish(LogLevel::Off, "off");
+    Logger::instance().publish(LogLevel::Trace, "trace");
+    EXPECT_EQ(recorder.lines, std::vector<std::string>{"[Trace] trace\n"});
     Logger::instance().removeHandler(&recorder);
     Logger::instance().removeHandler(&recorder);
     tavLogError("gone");
@@ -116,17 +111,62 @@ TEST_F(LoggerTest, AddingTwiceDeliversOnce)
 
 TEST_F(LoggerTest, NullHandlersAreRefused)
 {
-    try {
-        Logger::instance().addHandler(nullptr);
-        FAIL() << "nothing thrown";
-    } catch (const Exception& e) {
-        EXPECT_NE(std::string(e.what()).find("Failed to register null LogHandler"), std::string::npos) << e.what();
+    const std::pair<void (Logger::*)(LogHandler*), const char*> cases[] = {
+        {&Logger::addHandler, "Failed to register null LogHandler"},
+        {&Logger::removeHandler, "Failed to remove null LogHandler"}};
+    for (const auto& [operation, text] : cases) {
+        try {
+            (Logger::instance().*operation)(nullptr);
+            ADD_FAILURE() << "nothing thrown for " << text;
+        } catch (const Exception& e) {
+            EXPECT_NE(std::string(e.what()).find(text), std::string::npos) << e.what();
+        }
     }
-    try {
-        Logger::instance().removeHandler(nullptr);
-        FAIL() << "nothing thrown";
-    } catch (const Exception& e) {
-        EXPECT_NE(std::string(e.what()).find("Failed to remove null LogHandler"), std::string::npos) << e.what();
+}
+
+// Three handlers that, on each record, remove some of the three: themselves,
+// the others (and destroy them, as an owner would), or all. Each record
+// reaches only the handlers still registered when their turn comes.
+TEST_F(LoggerTest, HandlersMayRemoveThemselvesOrOthersWhilePublishing)
+{
+    enum Removes { Itself, OthersAndDestroysThem, All };
+    struct Case {
+        Removes removes;
+        int firstWalk, secondWalk;
+    };
+    struct Editing : LoggerLevelHandler {
+        std::function<void(LogHandler*)> onPublish;
+        explicit Editing(std::function<void(LogHandler*)> f)
+            : LoggerLevelHandler(new LevelPrefixFormatter, nullptr), onPublish(std::move(f)) {}
+        void publish(const LogRecord&) override { onPublish(this); }
+    };
+    for (const Case& c : {Case{Itself, 3, 0}, Case{OthersAndDestroysThem, 1, 1}, Case{All, 1, 0}}) {
+        SCOPED_TRACE(c.removes);
+        std::set<LogHandler*> live;
+        int calls = 0;
+        const auto edit = [&](LogHandler* self) {
+            ++calls;
+            for (LogHandler* h : std::set<LogHandler*>(live)) {
+                if (h == self ? c.removes == OthersAndDestroysThem : c.removes == Itself)
+                    continue;
+                Logger::instance().removeHandler(h);
+                if (c.removes == OthersAndDestroysThem) {
+                    live.erase(h);
+                    delete h;
+                }
+            }
+        };
+        for (int i = 0; i < 3; ++i)
+            Logger::instance().addHandler(*live.insert(new Editing(edit)).first);
+        tavLogError("first");
+        EXPECT_EQ(calls, c.firstWalk);
+        calls = 0;
+        tavLogError("second");
+        EXPECT_EQ(calls, c.secondWalk);
+        for (LogHandler* h : live) {
+            Logger::instance().removeHandler(h);
+            delete h;
+        }
     }
 }
 
