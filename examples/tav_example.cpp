@@ -39,7 +39,7 @@ int main()
 
     std::cout << "-- A catalogued user message, on the default stream\n";
     tavWarning(UserMessage::Source("example"),
-               tav::messages::TAV_Serializer_XmiReader_ReadError("model.xmi", u"the file is empty"));
+               tav::messages::TAV_Serializer_XmiReader_ReadError("model.xmi", 1, 1, u"the file is empty"));
     std::cout << '\n';
 
     std::cout << "-- Log lines, to the console and to the process's text log\n";

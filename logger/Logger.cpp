@@ -4,6 +4,7 @@
 #include <tav/kernel/util/Asserter.h>
 
 #include <BRIX/ModuleObjectDeleter.h>
+#include <boost/container/small_vector.hpp>
 #include <hull/format.h>
 
 #include <cstring>
@@ -71,8 +72,12 @@ void Logger::publish(const LogLevel& aLevel, const char* message)
     if (aLevel == LogLevel::Off)
         return;
     const LogRecord record(aLevel, message);
-    for (LogHandler* handler : handlers()) {
-        if (handler->isLoggable(record))
+    // A handler may add or remove handlers, itself included, while it
+    // publishes: walk a copy, and pass over any that has gone meanwhile.
+    const HandlerSet& registered = handlers();
+    const boost::container::small_vector<LogHandler*, 8> walk(registered.begin(), registered.end());
+    for (LogHandler* handler : walk) {
+        if (registered.contains(handler) && handler->isLoggable(record))
             handler->publish(record);
     }
 }

@@ -10,75 +10,74 @@
 #include <fstream>
 #include <set>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 namespace {
 
-struct Key {
-    const char* name;
-    int arity;
-};
+using namespace tav::messages;
 
-#define TAV_KEY_ROW(K, Arity, Arguments) Key{#K, Arity},
-const Key kKeys[] = {TAV_MESSAGES(TAV_KEY_ROW)};
-#undef TAV_KEY_ROW
+template<std::size_t>
+using Text = const char*;
+
+template<class M, std::size_t N>
+constexpr bool takes = []<std::size_t... I>(std::index_sequence<I...>) {
+    return std::is_constructible_v<M, Text<I>...>;
+}(std::make_index_sequence<N>{});
+
+// M is built from exactly its own count of arguments (one more or one less
+// does not compile), and its text uses each of them: a text that leaves one
+// out would show the user a message with a hole in it.
+template<class M>
+void checkKey(const char* key, std::set<std::string>& known)
+{
+    constexpr std::size_t n = M::kArity;
+    static_assert(takes<M, n> && !takes<M, n + 1>);
+    if constexpr (n > 0)
+        static_assert(!takes<M, n - 1>);
+    SCOPED_TRACE(key);
+    known.insert(key);
+    EXPECT_EQ(tavmsg::getMessageStringFromId(std::string(kCatalogue) + ":" + key),
+              hull::i18n::catalogueText(kCatalogue, key));
+    const std::string text = hull::i18n::toUtf8([]<std::size_t... I>(std::index_sequence<I...>) {
+        return hull::i18n::messageText(M(("<" + std::to_string(I) + ">")...));
+    }(std::make_index_sequence<n>{}));
+    EXPECT_GT(text.size(), 10u);
+    for (std::size_t i = 0; i < n; ++i) {
+        EXPECT_NE(text.find("<" + std::to_string(i) + ">"), std::string::npos) << text;
+    }
+}
 
 } // namespace
 
-TEST(Catalogue, EveryKeyHasATextTakingItsArguments)
+TEST(Catalogue, EveryKeyHasATextUsingEachOfItsArguments)
 {
-    EXPECT_EQ(std::size(kKeys), 34u);
-    for (const Key& key : kKeys) {
-        SCOPED_TRACE(key.name);
-        const std::u16string text = hull::i18n::catalogueText("tav:messages", key.name);
-        EXPECT_GT(text.size(), 10u);
-        EXPECT_EQ(hull::i18n::placeholderCount(text), static_cast<std::size_t>(key.arity));
-        EXPECT_EQ(tavmsg::getMessageStringFromId(std::string("tav:messages:") + key.name), text);
-    }
-}
-
-TEST(Catalogue, HoldsNoTextForUnknownKeys)
-{
-    const std::string path = hull::filesystem::dataPath() + "/catalogues/tav/messages.txt";
-    std::ifstream in(path);
-    ASSERT_TRUE(in) << path;
     std::set<std::string> known;
-    for (const Key& key : kKeys)
-        known.insert(key.name);
-    std::string line;
-    while (std::getline(in, line)) {
-        if (line.empty() || line[0] == '#')
-            continue;
-        const std::string key = line.substr(0, line.find(" ="));
-        EXPECT_TRUE(known.count(key)) << "stale or misspelt key: " << key;
-    }
-}
-
-TEST(Catalogue, FormatsArgumentsOfEveryKind)
-{
-    tav::messages::TAV_Serializer_XmiReader_InvalidProperty_Location m(u"name", std::string("Cl\xc3\xa4ss"), "a.xmi", 12, 7u);
-    EXPECT_EQ(hull::i18n::messageText(m), u"The metaclass \"Cl\u00e4ss\" has no property \"name\" (a.xmi, line 12, column 7).");
-}
-
-TEST(Catalogue, WrongArgumentCountIsAnErrorNamingKeyAndCounts)
-{
-    BRIX::BaseMsgID tooFew("tav:messages", "TAV_Serializer_XmiReader_ReadError");
-    tooFew.addArgument("only the file");
-    BRIX::BaseMsgID tooMany("tav:messages", "TAV_Serializer_XmiReader_EmptyFileList");
-    tooMany.addArgument(1);
-    for (const auto* m : {&tooFew, &tooMany}) {
-        try {
-            hull::i18n::messageText(*m);
-            ADD_FAILURE() << "no error for " << m->key;
-        } catch (const hull::i18n::CatalogueError& e) {
-            const std::string what = e.what();
-            EXPECT_NE(what.find(m->key), std::string::npos) << what;
-            EXPECT_NE(what.find("takes"), std::string::npos) << what;
+#define TAV_CHECK_KEY(K, Arity, Arguments) checkKey<K>(#K, known);
+    TAV_MESSAGES(TAV_CHECK_KEY)
+#undef TAV_CHECK_KEY
+    EXPECT_EQ(known.size(), 34u);
+    std::ifstream in(hull::filesystem::dataPath() + "/catalogues/tav/messages.txt");
+    ASSERT_TRUE(in);
+    for (std::string line; std::getline(in, line);) {
+        if (!line.empty() && line[0] != '#') {
+            EXPECT_TRUE(known.count(line.substr(0, line.find(" =")))) << "stale or misspelt key: " << line;
         }
     }
+}
+
+TEST(Catalogue, FormatsArgumentsOfEveryKindAndRefusesAWrongCount)
+{
+    TAV_Serializer_XmiReader_ReadError m(u"a.xmi", 12, 7u, std::string("bad \xc3\xa4"));
+    EXPECT_EQ(hull::i18n::messageText(m), u"Could not read the file \"a.xmi\" (line 12, column 7): bad \u00e4");
+    BRIX::BaseMsgID tooFew(kCatalogue, m.key);
+    tooFew.addArgument("only the file");
     try {
         hull::i18n::messageText(tooFew);
+        ADD_FAILURE() << "no error";
     } catch (const hull::i18n::CatalogueError& e) {
-        EXPECT_NE(std::string(e.what()).find("takes 2 argument(s) but was given 1"), std::string::npos) << e.what();
+        EXPECT_NE(std::string(e.what()).find(m.key + " takes 4 argument(s) but was given 1"), std::string::npos)
+            << e.what();
     }
 }
 
