@@ -215,7 +215,7 @@ class Emission(unittest.TestCase):
         names = set(self.files)
         for cls in ("Item", "Box"):
             self.assertIn(f"kernel/TAV/NSImplementation/{cls}Impl.h", names)
-            self.assertIn(f"kernel/TAV/NSImplementation/NSDeviant/{cls}DeviantImpl.cpp", names)
+            self.assertIn(f"kernel/TAV/NSImplementation/{cls}Impl_object.cpp", names)
         self.assertNotIn("kernel/TAV/NSImplementation/NamedImpl.h", names)
         self.assertIn("kernel/TAV/NSImplementation/NamedImpl.cpp", names, "abstract: interface logic only")
         self.assertNotIn("export/include/tav/TAV/NSInterface/ObjectIntf.h", names, "hand-written")
@@ -269,7 +269,7 @@ class Emission(unittest.TestCase):
     def test_one_way_reference_counts_the_referred_model(self):
         src = self.text("kernel/TAV/NSImplementation/ItemImpl.cpp")
         # Mandatory, yet a reference can be absent: has and remove are real.
-        self.assertIn("return s->fHome != nullptr;", self.text("kernel/TAV/NSImplementation/ItemImpl_object.cpp"))
+        self.assertIn("return s->fHome != nullptr;", self.text("kernel/TAV/NSImplementation/ItemImpl.h"))
         set_only = src[src.index("void ItemIntf::setOnlyHome"):]
         set_only = set_only[:set_only.index("\n}\n")]
         self.assertNotIn("crossModelCheck", set_only, "one-way: may cross models")

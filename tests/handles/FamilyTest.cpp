@@ -6,8 +6,8 @@
 #include <tav/TAV/NSInterface/ClassObjectIntf.h>
 #include <tav/TAV/NSInterface/ElementIntf.h>
 #include <tav/TAV/Namespace_h.h>
-#include <tav/TAV/RawRefList.h>
-#include <tav/TAV/SparseMap.h>
+#include <tav/kernel/family/RawRefList.h>
+#include <tav/kernel/family/SparseMap.h>
 
 #include <algorithm>
 

@@ -1,7 +1,9 @@
-#include "kernel/TAV/NSHandMaintained/FamilySupport.h"
+#include <tav/kernel/family/Support.h>
 
+#include <tav/TAV/String.h>
 #include <tav/kernel/util/Asserter.h>
 
+#include <string>
 #include <vector>
 
 namespace TAV::family {
@@ -24,15 +26,48 @@ Deviant& metaRegistryRoot()
     return sRoot;
 }
 
-void assertRootDeviant(Deviant aDeviant, char const* aMessage, char const* aSource, int aLine)
+namespace {
+
+std::string objectSource(ClassIdentity const& aClass)
 {
-    Asserter::Make<Exception>(aDeviant.getDeviantId() == 0, "%s", aMessage).handle(aSource, aLine, "");
+    return std::string("kernel/") + aClass.package + "/NSImplementation/" + aClass.name + "Impl";
 }
 
-void assertCount(bool aPositive, char const* aSource, int aLine)
+std::string stateSource(ClassIdentity const& aClass)
 {
-    Asserter::Make<Exception>(aPositive, "Decrementing the ref count of a ref with count already 0")
-        .handle(aSource, aLine, "");
+    return std::string("kernel/") + aClass.package + "/NSImplementation/NSDeviant/" + aClass.name + "DeviantImpl";
+}
+
+} // namespace
+
+void assertRootDeviant(Deviant aDeviant, ClassIdentity const& aClass)
+{
+    if (aDeviant.getDeviantId() == 0)
+        return;
+    Asserter::MakeAlways<Exception>("no root deviant passed to %sImpl::createRootDeviation", aClass.name)
+        .handle(objectSource(aClass).c_str(), __LINE__, "");
+}
+
+void countBelowZero(ClassIdentity const& aClass)
+{
+    Asserter::MakeAlways<Exception>("Decrementing the ref count of a ref with count already 0")
+        .handle(objectSource(aClass).c_str(), __LINE__, "");
+    __builtin_unreachable();
+}
+
+void objectOperationNotYetAvailable(ClassIdentity const& aClass, char const* aOperation)
+{
+    notYetAvailable(aOperation, objectSource(aClass).c_str(), __LINE__);
+}
+
+void stateRefuses(ClassIdentity const& aClass)
+{
+    shouldNotBeHit(stateSource(aClass).c_str(), __LINE__);
+}
+
+String qualifiedName(ClassIdentity const& aClass, bool aImmutable)
+{
+    return String(std::string(aClass.package) + (aImmutable ? ".Immutable" : ".") + aClass.name);
 }
 
 void crossModelCheck(Deviant aDeviant, Deviant aOther, IntrospectiveMethods const* aMethods, unsigned aId,

@@ -1,4 +1,4 @@
-#include <tav/TAV/HandleBase.h>
+#include <tav/kernel/family/HandleBase.h>
 
 #include <tav/TAV/NSInterface/ClassObjectIntf.h>
 #include <tav/kernel/util/Asserter.h>

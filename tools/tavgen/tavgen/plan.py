@@ -67,7 +67,7 @@ class Op:
     override: bool = False          # replaces an ancestor's operation; body hand-maintained
 
     def signature(self, qualify: str = "", with_names: bool = True) -> str:
-        ps = ", ".join(f"{t} {n}" if with_names else t for t, n in self.params)
+        ps = ", ".join(f"{t} {n}" if with_names and n else t for t, n in self.params)
         q = f"{qualify}::" if qualify else ""
         return f"{self.ret} {q}{self.name}({ps}){' const' if self.const else ''}"
 
