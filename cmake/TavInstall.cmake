@@ -1,5 +1,5 @@
 # Installation rules. The install tree has the build tree's layout:
-#   <prefix>/lib/libtqtav.so, <prefix>/share/tav/..., <prefix>/include/{tav,BRIX,hull}
+#   <prefix>/lib/libtqtav.so, <prefix>/share/tav/..., <prefix>/include/{tav,BRIX}
 # The library finds its data relative to itself, so both trees work unchanged.
 include(CMakePackageConfigHelpers)
 
@@ -13,7 +13,9 @@ install(TARGETS tqtav EXPORT TAVTargets
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY export/include/ platform/include/
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-    FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp" PATTERN "*.inc")
+    FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp" PATTERN "*.inc"
+    # The platform adapters stay inside the library: no installed header includes them.
+    PATTERN "hull" EXCLUDE)
 install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR})
 
 install(EXPORT TAVTargets NAMESPACE TAV:: DESTINATION ${TAV_INSTALL_CMAKEDIR})
