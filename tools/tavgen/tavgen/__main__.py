@@ -6,7 +6,7 @@ import argparse
 import os
 import sys
 
-from .cpp import Emitter
+from .cpp import Emitter, GeneratorError
 from .parser import DescriptionError, parse_file
 
 
@@ -46,7 +46,11 @@ def main(argv=None) -> int:
     if args.check:
         return 0
     em = Emitter(mm, os.path.basename(args.description))
-    files = em.run()
+    try:
+        files = em.run()
+    except GeneratorError as e:
+        print(f"tavgen: error: {e}", file=sys.stderr)
+        return 1
     if args.deferred:
         for cls, prop, why in em.P.deferred():
             print(f"{cls}.{prop}: {why}")
