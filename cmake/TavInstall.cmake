@@ -1,5 +1,5 @@
 # Installation rules. The install tree has the build tree's layout:
-#   <prefix>/lib/libtqtav.so, <prefix>/share/tav/..., <prefix>/include/{tav,BRIX}
+#   <prefix>/lib/libtqtav.so, <prefix>/share/tav/..., <prefix>/include/{tav,BRIX,hull}
 # The library finds its data relative to itself, so both trees work unchanged.
 include(CMakePackageConfigHelpers)
 
@@ -13,15 +13,20 @@ install(TARGETS tqtav EXPORT TAVTargets
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY export/include/ platform/include/
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-    FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp" PATTERN "*.inc"
-    # The platform adapters stay inside the library: no installed header includes them.
-    PATTERN "hull" EXCLUDE)
+    FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp" PATTERN "*.inc")
 install(DIRECTORY share/ DESTINATION ${CMAKE_INSTALL_DATADIR})
+
+# The generator and the kernel's description, for domain libraries (tav_add_domain).
+install(DIRECTORY tools/tavgen/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tav/tavgen
+    FILES_MATCHING PATTERN "*.py" PATTERN "__pycache__" EXCLUDE)
+install(FILES kernel/TAV/TAV.tavmeta DESTINATION ${CMAKE_INSTALL_DATADIR}/tav/descriptions)
+install(FILES cmake/TavDomain.cmake DESTINATION ${TAV_INSTALL_CMAKEDIR})
 
 install(EXPORT TAVTargets NAMESPACE TAV:: DESTINATION ${TAV_INSTALL_CMAKEDIR})
 configure_package_config_file(cmake/TAVConfig.cmake.in
     ${PROJECT_BINARY_DIR}/cmake/TAVConfig.cmake
-    INSTALL_DESTINATION ${TAV_INSTALL_CMAKEDIR})
+    INSTALL_DESTINATION ${TAV_INSTALL_CMAKEDIR}
+    PATH_VARS CMAKE_INSTALL_DATADIR)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/cmake/TAVConfigVersion.cmake
     COMPATIBILITY SameMajorVersion)
 install(FILES

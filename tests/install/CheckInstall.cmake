@@ -1,5 +1,6 @@
 # Installs the built tree into a fresh prefix, then builds and runs a small
-# outside program against it twice: through find_package and through pkg-config.
+# outside program against it twice: through find_package and through pkg-config;
+# then generates, builds and runs a two-class domain library against it.
 # Arguments: BUILD_DIR, WORK_DIR, SOURCE_DIR, CXX, CXX_FLAGS.
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
@@ -41,3 +42,16 @@ run(${CXX} ${extra_flags} ${SOURCE_DIR}/consumer/main.cpp ${pc_flags}
     -Wl,-rpath,${prefix}/lib -o ${WORK_DIR}/consumer_pc)
 run(${WORK_DIR}/consumer_pc)
 expect_output("${last_output}" "${prefix}")
+
+# A domain library: generated from its description by the installed generator, built
+# and run against the installed tree.
+run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/domain -B ${WORK_DIR}/domain -G Ninja
+    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${CXX} "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}")
+run(${CMAKE_COMMAND} --build ${WORK_DIR}/domain)
+run(${WORK_DIR}/domain/shop_user)
+foreach(line "product: tea" "on its shelf: yes" "contained: yes" "shelf holds: 1" "after removal: free")
+    string(FIND "${last_output}" "${line}" at)
+    if(at EQUAL -1)
+        message(FATAL_ERROR "missing \"${line}\" in:\n${last_output}")
+    endif()
+endforeach()

@@ -34,9 +34,11 @@ def main(argv=None) -> int:
     ap.add_argument("--check", action="store_true", help="only parse and validate")
     ap.add_argument("--deferred", action="store_true", help="print the properties not emitted yet, and why")
     ap.add_argument("--stamp", help="file touched after a successful run")
+    ap.add_argument("-I", "--import-path", action="append", default=[], metavar="DIR",
+                    help="where imported descriptions are looked for after the description's own folder")
     args = ap.parse_args(argv)
     try:
-        mm = parse_file(args.description)
+        mm = parse_file(args.description, args.import_path)
     except DescriptionError as e:
         print(f"tavgen: error: {e}", file=sys.stderr)
         return 1

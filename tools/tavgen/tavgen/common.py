@@ -26,8 +26,6 @@ def handle_header(t: Type) -> str:
     return "MPackage_h.h" if t.name == "Package" else f"{t.name}_h.h"
 
 
-def handle_source_name(t: Type) -> str:
-    return f"export/include/tav/TAV/{handle_header(t)[:-2]}"
 
 class Common:
     """The description, its plans and the files written so far."""
@@ -37,6 +35,22 @@ class Common:
         self.P = Plans(mm)
         self.banner = BANNER.format(src=src)
         self.files: Dict[str, str] = {}
+        self.ns = mm.namespace          # the C++ namespace of what is emitted
+        self.root = mm.include_root     # its public headers: <root/...>
+        self.kern = f"kernel/{mm.package}"  # its private sources and headers
+
+    def own(self, names) -> list:
+        """The names among `names` of this description's own types, sorted: imported ones come declared."""
+        return sorted(n for n in names if not self.mm.by_name[n].imported)
+
+    def R(self, t) -> str:
+        """The include root of a type, or of the type with that name: its own description's."""
+        t = self.mm.by_name[t] if isinstance(t, str) else t
+        return t.home.include_root
+
+    def handle_source_name(self, t: Type) -> str:
+        """Where a handle's failures say they were raised."""
+        return f"export/include/{self.R(t)}/{handle_header(t)[:-2]}"
 
     # -- helpers -----------------------------------------------------------------------
     def up_chain(self, expr: str, path: List[Type]) -> str:
@@ -64,6 +78,13 @@ class Common:
 
     def classes_with_intf(self) -> List[Type]:
         return [c for c in self.mm.classes if not c.handwritten]
+
+    def prelude_path(self) -> str:
+        return f"{self.root}/detail/{self.mm.package}Prelude.h"
+
+    def prelude_include(self) -> list:
+        """The line every header of a description with imports starts with; none otherwise."""
+        return [f"#include <{self.prelude_path()}>"] if self.mm.packages else []
 
     def handle_types_in(self, ops: List[Op]) -> Set[str]:
         out = set()

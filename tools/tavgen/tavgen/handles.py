@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from .common import Common, handle_header, handle_source_name, indent
+from .common import Common, handle_header, indent
 from .model import Type
 from .plan import Op, himm, hmut, intf, sig_key
 
@@ -31,16 +31,16 @@ class HandleEmitter(Common):
         vheaders = sorted(self.value_headers_in([op for _, op in read + write]))
 
         # declaration part
-        d = [self.banner, "#pragma once\n"]
+        d = [self.banner, "#pragma once\n"] + self.prelude_include()
         if cls.bases:
-            d.append(f"#include <tav/TAV/detail/{cls.bases[0].name}_hdecl.h>")
+            d.append(f"#include <{self.R(cls.bases[0])}/detail/{cls.bases[0].name}_hdecl.h>")
         else:
             d.append("#include <tav/kernel/family/HandleBase.h>")
         for h in vheaders:
             d.append(f"#include <{h}>")
-        d.append("\nnamespace TAV {\n")
+        d.append(f"\nnamespace {self.ns} {{\n")
         d.append(f"namespace NSInterface {{\nclass {X};\n}}\n")
-        for n in sorted(fwd):
+        for n in self.own(fwd):
             d.append(f"class Immutable{n};\nclass {n};")
         base = f"Immutable{cls.bases[0].name}" if cls.bases else "HandleBase"
         body = [f"{I}() = default;",
@@ -67,44 +67,44 @@ class HandleEmitter(Common):
         for c, op in write:
             body.append(self.handle_decl(op))
         d.append(f"class TAV_EXPORT {M} : public {I} {{\npublic:\n{indent(chr(10).join(body))}\n}};\n")
-        d.append("} // namespace TAV\n")
-        self.files[f"export/include/tav/TAV/detail/{cls.name}_hdecl.h"] = "\n".join(d)
+        d.append(f"}} // namespace {self.ns}\n")
+        self.files[f"export/include/{self.root}/detail/{cls.name}_hdecl.h"] = "\n".join(d)
 
         # inline part
-        n = [self.banner, "#pragma once\n", f"#include <tav/TAV/detail/{cls.name}_hdecl.h>",
-             f"#include <tav/TAV/NSInterface/{X}.h>"]
+        n = [self.banner, "#pragma once\n", f"#include <{self.root}/detail/{cls.name}_hdecl.h>",
+             f"#include <{self.root}/NSInterface/{X}.h>"]
         if cls.bases:
-            n.append(f"#include <tav/TAV/detail/{cls.bases[0].name}_hinl.h>")
+            n.append(f"#include <{self.R(cls.bases[0])}/detail/{cls.bases[0].name}_hinl.h>")
         for t in sorted(self.handle_types_in([op for _, op in read + write]) - {cls.name}):
-            n.append(f"#include <tav/TAV/detail/{t}_hdecl.h>")
-        n.append("\nnamespace TAV {\n")
+            n.append(f"#include <{self.R(t)}/detail/{t}_hdecl.h>")
+        n.append(f"\nnamespace {self.ns} {{\n")
         if cls.bases:
             n.append(f"inline NSInterface::{X}* {I}::internal_intf() const\n{{\n"
                      f"    return static_cast<NSInterface::{X}*>(Immutable{cls.bases[0].name}::internal_intf());\n}}\n")
         else:
             n.append(f"inline NSInterface::{X}* {I}::internal_intf() const\n{{\n"
                      f"    return static_cast<NSInterface::{X}*>(fObject);\n}}\n")
-        src = handle_source_name(cls)
+        src = self.handle_source_name(cls)
         for c, op in read:
             n.append(self.handle_def(cls, I, c, op, src, False))
         for c, op in write:
             n.append(self.handle_def(cls, M, c, op, src, True))
-        n.append("} // namespace TAV\n")
+        n.append(f"}} // namespace {self.ns}\n")
         # Handles this one hands out are usable at once: their inline bodies come along.
         # Included last, so that a cycle finds this file's definitions already made.
         for t in sorted(self.handle_types_in([op for _, op in read + write]) - {cls.name}):
-            n.append(f"#include <tav/TAV/detail/{t}_hinl.h>")
-        self.files[f"export/include/tav/TAV/detail/{cls.name}_hinl.h"] = "\n".join(n) + "\n"
+            n.append(f"#include <{self.R(t)}/detail/{t}_hinl.h>")
+        self.files[f"export/include/{self.root}/detail/{cls.name}_hinl.h"] = "\n".join(n) + "\n"
 
-        self.files[f"export/include/tav/TAV/{handle_header(cls)}"] = (
-            f"{self.banner}#pragma once\n\n#include <tav/TAV/detail/{cls.name}_hdecl.h>\n"
-            f"#include <tav/TAV/detail/{cls.name}_hinl.h>\n")
+        self.files[f"export/include/{self.root}/{handle_header(cls)}"] = (
+            f"{self.banner}#pragma once\n\n#include <{self.root}/detail/{cls.name}_hdecl.h>\n"
+            f"#include <{self.root}/detail/{cls.name}_hinl.h>\n")
 
         # out-of-line part
-        s = [self.banner, f"#include <tav/TAV/{handle_header(cls)}>"]
+        s = [self.banner, f"#include <{self.root}/{handle_header(cls)}>"]
         for a in mm.ancestors(cls):
-            s.append(f"#include <tav/TAV/{handle_header(a)}>")
-        s.append("#include <tav/kernel/visitor/CooperativeVisitor.h>\n\nnamespace TAV {\n")
+            s.append(f"#include <{self.R(a)}/{handle_header(a)}>")
+        s.append(f"#include <tav/kernel/visitor/CooperativeVisitor.h>\n\nnamespace {self.ns} {{\n")
         canon = self.canonical_expr(cls, "p")
         s.append(f"{I}::{I}(NSInterface::{X} const* aObject, Deviant aDeviant)\n{{\n"
                  f"    if (aObject) {{\n"
@@ -130,8 +130,8 @@ class HandleEmitter(Common):
         s.append(f"{M}::{M}(NSInterface::{X}* aObject, Deviant aDeviant) : {I}(aObject, aDeviant) {{}}\n")
         for a in mm.ancestors(cls):
             s.append(f"{M}::operator {a.name}() const\n{{\n    return {a.name}(*this);\n}}\n")
-        s.append("} // namespace TAV\n")
-        self.files[f"kernel/TAV/NSHandles/{cls.name}_h.cpp"] = "\n".join(s)
+        s.append(f"}} // namespace {self.ns}\n")
+        self.files[f"{self.kern}/NSHandles/{cls.name}_h.cpp"] = "\n".join(s)
 
     def handle_decl(self, op: Op) -> str:
         ps = ", ".join(f"{t} {n}" for t, n in op.params[1:])

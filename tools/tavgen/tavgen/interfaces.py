@@ -47,9 +47,9 @@ class InterfaceEmitter(Common):
         X = intf(cls)
         ops = self.P.own_ops(cls)
         red = self.redeclared(cls)
-        d = [self.banner, "#pragma once\n"]
+        d = [self.banner, "#pragma once\n"] + self.prelude_include()
         for b in cls.bases:
-            d.append(f"#include <tav/TAV/NSInterface/{intf(b)}.h>")
+            d.append(f"#include <{self.R(b)}/NSInterface/{intf(b)}.h>")
         for h in sorted(self.value_headers_in(ops + [o for _, _, o in red])):
             d.append(f"#include <{h}>")
         if not cls.bases:
@@ -59,12 +59,15 @@ class InterfaceEmitter(Common):
         d.append(f"#if TAV_FAMILY_RUNTIME_VERSION != {RUNTIME_VERSION}\n"
                  f"#error \"generated for version {RUNTIME_VERSION} of the TAV family runtime: regenerate with this library's tavgen\"\n"
                  "#endif")
-        d.append("\nnamespace TAV {\n")
-        d.append("struct IntrospectiveMethods;")
+        d.append(f"\nnamespace {self.ns} {{\n")
+        if not self.mm.packages:
+            d.append("struct IntrospectiveMethods;")
         hts = self.handle_types_in(ops + [o for _, _, o in red]) | {cls.name}
-        for n in sorted(hts):
+        for n in self.own(hts):
             d.append(f"class Immutable{n};\nclass {n};")
-        d.append("class RawRefList;\ntemplate <class V>\nclass SparseMap;\n\nnamespace NSInterface {\n")
+        if not self.mm.packages:
+            d.append("class RawRefList;\ntemplate <class V>\nclass SparseMap;")
+        d.append("\nnamespace NSInterface {\n")
         bases = ", ".join(f"public {intf(b)}" for b in cls.bases)
         direct = ", ".join(intf(b) for b in cls.bases) or "ObjectIntf"
         body = [f"using BaseInterfaces = family::Bases<{direct}>;", "",
@@ -92,8 +95,8 @@ class InterfaceEmitter(Common):
                  f"Immutable{cls.name} This(Deviant aDeviant) const;", ""]
         body += self.pair_decls(cls, pure=True, override=False)
         d.append(f"class TAV_EXPORT {X} : {bases} {{\npublic:\n{indent(chr(10).join(body))}\n}};\n")
-        d.append("} // namespace NSInterface\n} // namespace TAV\n")
-        self.files[f"export/include/tav/TAV/NSInterface/{X}.h"] = "\n".join(d)
+        d.append(f"}} // namespace NSInterface\n}} // namespace {self.ns}\n")
+        self.files[f"export/include/{self.root}/NSInterface/{X}.h"] = "\n".join(d)
 
     def intf_decl(self, op: Op, override: bool = False) -> str:
         pure = " = 0" if op.pure else ""
@@ -108,10 +111,10 @@ class InterfaceEmitter(Common):
         ops = self.P.own_ops(cls)
         red = self.redeclared(cls)
         s = [self.banner, "#include <tav/kernel/family/Support.h>",
-             f"#include <tav/TAV/NSInterface/{X}.h>", f"#include <tav/TAV/{handle_header(cls)}>"]
+             f"#include <{self.root}/NSInterface/{X}.h>", f"#include <{self.root}/{handle_header(cls)}>"]
         for t in sorted(self.handle_types_in(ops) | {a.name for a in mm.ancestors(cls)}):
-            s.append(f"#include <tav/TAV/{handle_header(mm.by_name[t])}>")
-        s.append("\nnamespace TAV::NSInterface {\n")
+            s.append(f"#include <{self.R(t)}/{handle_header(mm.by_name[t])}>")
+        s.append(f"\nnamespace {self.ns}::NSInterface {{\n")
         for op in ops:
             if op.logic is not None and not op.pure:
                 s.append(f"{op.signature(X)}\n{{\n{indent(op.logic)}\n}}\n")
@@ -148,5 +151,5 @@ class InterfaceEmitter(Common):
         s.append(f"{cls.name} {X}::This(Deviant aDeviant)\n{{\n    return {cls.name}(this, aDeviant);\n}}\n")
         s.append(f"Immutable{cls.name} {X}::This(Deviant aDeviant) const\n{{\n"
                  f"    return Immutable{cls.name}(this, aDeviant);\n}}\n")
-        s.append("} // namespace TAV::NSInterface\n")
-        self.files[f"kernel/TAV/NSImplementation/{cls.name}Impl.cpp"] = "\n".join(s)
+        s.append(f"}} // namespace {self.ns}::NSInterface\n")
+        self.files[f"{self.kern}/NSImplementation/{cls.name}Impl.cpp"] = "\n".join(s)

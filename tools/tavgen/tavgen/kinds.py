@@ -61,7 +61,7 @@ def upkeep_snippets(upkeep: Optional[Prop], self_expr: str) -> Tuple[str, str]:
 
 
 def containees_of(mm: Metamodel) -> Optional[Prop]:
-    return next((q for c in mm.classes for q in c.props if "containees" in q.flags), None)
+    return next((q for c in mm.all_classes for q in c.props if "containees" in q.flags), None)
 
 
 def redefined_override_ops(mm: Metamodel, p: Prop) -> List[Op]:

@@ -136,6 +136,12 @@ class Type:
     bases: List["Type"] = field(default_factory=list)
     operations: List["Operation"] = field(default_factory=list)
     order: List[str] = field(default_factory=list)  # interface order, where not definition order
+    home: Optional["Metamodel"] = None  # the description that declares it
+
+    @property
+    def imported(self) -> bool:
+        """Declared by an imported description: referred to, never emitted."""
+        return self.home is not None and self.home.importer is not None
 
     @property
     def is_class(self) -> bool:
@@ -151,12 +157,35 @@ class Metamodel:
     package: str
     slots: int
     file: str
-    types: List[Type] = field(default_factory=list)
+    namespace: str = ""            # C++ namespace of its classes; the package name unless given
+    include_root: str = ""         # where its public headers are included from: <ROOT/X_h.h>
+    types: List[Type] = field(default_factory=list)      # its own, in declaration order
+    imported: List[Type] = field(default_factory=list)   # every type of the descriptions it imports
     by_name: Dict[str, Type] = field(default_factory=dict)
+    importer: Optional["Metamodel"] = None               # set on a description read through an import
+
+    def __post_init__(self):
+        self.namespace = self.namespace or self.package
+        self.include_root = self.include_root or f"tav/{self.package}"
 
     @property
     def classes(self) -> List[Type]:
+        """Its own classes: what is emitted."""
         return [t for t in self.types if t.is_class]
+
+    @property
+    def all_classes(self) -> List[Type]:
+        """Its own classes and those it imports: what its classes may derive from or refer to."""
+        return [t for t in self.imported + self.types if t.is_class]
+
+    @property
+    def packages(self) -> List["Metamodel"]:
+        """The imported descriptions, each once."""
+        out: List[Metamodel] = []
+        for t in self.imported:
+            if t.home not in out:
+                out.append(t.home)
+        return out
 
     def type_at(self, index: int) -> Optional[Type]:
         for t in self.types:

@@ -17,11 +17,11 @@ class ObjectEmitter(Common):
         hand = self.P.hand_overrides(cls)
         direct = [(c, op) for c, op in self.all_ops(cls) if op.impl and sig_key(op) not in hand]
         h = [self.banner, "#pragma once\n",
-             f"#include \"kernel/TAV/NSImplementation/NSDeviant/{St}.h\"",
+             f"#include \"{self.kern}/NSImplementation/NSDeviant/{St}.h\"",
              "#include <tav/kernel/family/ObjectBase.h>"]
         for t in sorted(self.handle_types_in([op for _, op in direct])):
-            h.append(f"#include <tav/TAV/{handle_header(mm.by_name[t])}>")
-        h.append("\nnamespace TAV::NSImplementation {\n")
+            h.append(f"#include <{self.R(t)}/{handle_header(mm.by_name[t])}>")
+        h.append(f"\nnamespace {self.ns}::NSImplementation {{\n")
         body = [f"~{Impl}() override;", ""]
         for c, op in direct:
             body.append(f"{op.signature()} override\n{{\n    auto const* s = readState(aDeviant);\n"
@@ -35,8 +35,8 @@ class ObjectEmitter(Common):
         h.append(f"// The object: identity, count and states of a {cls.name}.\n"
                  f"class TAV_IMPL_EXPORT {Impl} final : public family::ObjectBase<NSInterface::{X}, {St}> {{\npublic:\n"
                  f"{indent(chr(10).join(body))}\n}};\n")
-        h.append("} // namespace TAV::NSImplementation\n")
-        self.files[f"kernel/TAV/NSImplementation/{Impl}.h"] = "\n".join(h)
+        h.append(f"}} // namespace {self.ns}::NSImplementation\n")
+        self.files[f"{self.kern}/NSImplementation/{Impl}.h"] = "\n".join(h)
 
     def emit_state(self, cls: Type) -> None:
         """The state class: the class-independent part is family::StateBase; here its fields,
@@ -47,16 +47,17 @@ class ObjectEmitter(Common):
         nbits = len(bits)
         fields = self.P.fields(cls)
         sops = [(c, op) for c, op in self.all_ops(cls) if op.state]
-        h = [self.banner, "#pragma once\n", f"#include \"kernel/TAV/NSMetaRegistry/{mm.package}MetaSlots.h\"",
-             f"#include <tav/TAV/NSInterface/{X}.h>", "#include <tav/kernel/family/StateBase.h>"]
+        h = [self.banner, "#pragma once\n", f"#include \"{self.kern}/NSMetaRegistry/{mm.package}MetaSlots.h\"",
+             f"#include <{self.root}/NSInterface/{X}.h>", "#include <tav/kernel/family/StateBase.h>"]
         for hh in sorted({value_header(pl.prop.type) for _, pl in fields if pl.prop.is_value}):
             h.append(f"#include <{hh}>")
         for t in sorted(self.handle_types_in([op for _, op in sops])):
-            h.append(f"#include <tav/TAV/{handle_header(mm.by_name[t])}>")
-        h.append("\n#include <cstdint>\n\nnamespace TAV::NSInterface {")
-        for n in sorted({pl.field.ctype[:-1] for _, pl in fields if pl.field.ctype.endswith("*")}):
+            h.append(f"#include <{self.R(t)}/{handle_header(mm.by_name[t])}>")
+        h.append(f"\n#include <cstdint>\n\nnamespace {self.ns}::NSInterface {{")
+        own = {t.name: intf(t) for t in mm.classes}
+        for n in sorted({pl.field.ctype[:-1] for _, pl in fields if pl.field.ctype.endswith("*")} & set(own.values())):
             h.append(f"class {n};")
-        h.append("}\n\nnamespace TAV::NSImplementation {\n")
+        h.append(f"}}\n\nnamespace {self.ns}::NSImplementation {{\n")
         body = [f"static constexpr family::ClassIdentity kIdentity{{\"{mm.package}\", \"{cls.name}\"}};",
                 f"static auto metaSlot() {{ return staticGet{cls.name}Meta(); }}", "",
                 f"~{St}() override;",
@@ -85,13 +86,13 @@ class ObjectEmitter(Common):
         h.append(f"// The values of a {cls.name} in one deviant.\n"
                  f"class TAV_IMPL_EXPORT {St} final : public family::StateBase<NSInterface::{X}, {St}> {{\npublic:\n"
                  f"{indent(chr(10).join(body))}\n}};\n")
-        h.append("} // namespace TAV::NSImplementation\n")
-        self.files[f"kernel/TAV/NSImplementation/NSDeviant/{St}.h"] = "\n".join(h)
+        h.append(f"}} // namespace {self.ns}::NSImplementation\n")
+        self.files[f"{self.kern}/NSImplementation/NSDeviant/{St}.h"] = "\n".join(h)
 
         frame = next(a for a in mm.ancestors(cls) if a.frame)
         sparse = self.P.sparse(cls)
-        s = [self.banner, f"#include \"kernel/TAV/NSImplementation/{cls.name}Impl.h\"",
-             "\nnamespace TAV::NSImplementation {\n", f"{cls.name}Impl::~{cls.name}Impl() = default;\n"]
+        s = [self.banner, f"#include \"{self.kern}/NSImplementation/{cls.name}Impl.h\"",
+             f"\nnamespace {self.ns}::NSImplementation {{\n", f"{cls.name}Impl::~{cls.name}Impl() = default;\n"]
         key = f"family::upcast<NSInterface::{intf(frame)}>(static_cast<NSInterface::{X}*>({{}}))"
         erase = "".join(f"    NSInterface::{intf(pl.prop.owner)}::{pl.sparse_map[1]}().erase(key);\n" for pl in sparse)
         if sparse:
@@ -111,6 +112,6 @@ class ObjectEmitter(Common):
                  f"    if (!Deviant::isRealState(aSource))\n        return;\n"
                  f"    auto* source = static_cast<{St}*>(family::fromCanonical<NSInterface::{X}>(aSource));\n"
                  f"    if (source == this)\n        return;\n{copies}{sp}}}\n")
-        s.append("} // namespace TAV::NSImplementation\n")
+        s.append(f"}} // namespace {self.ns}::NSImplementation\n")
         # One source per class: the object's and the state's out-of-line parts, which anchor their tables.
-        self.files[f"kernel/TAV/NSImplementation/{cls.name}Impl_object.cpp"] = "\n".join(s)
+        self.files[f"{self.kern}/NSImplementation/{cls.name}Impl_object.cpp"] = "\n".join(s)

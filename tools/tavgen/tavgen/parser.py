@@ -25,8 +25,9 @@ class DescriptionError(Exception):
 
 
 class _Parser:
-    def __init__(self, text: str, file: str):
+    def __init__(self, text: str, file: str, search: List[str]):
         self.file = file
+        self.search = search
         self.lines = text.splitlines()
         self.mm: Optional[Metamodel] = None
         self.current: Optional[Type] = None
@@ -53,6 +54,8 @@ class _Parser:
             toks = self.tokens(no, stripped)
             if self.mm is None:
                 self.package(no, toks)
+            elif toks[0] == "import" and not indented:
+                self.import_line(no, toks)
             elif indented:
                 self.member(no, toks)
             else:
@@ -63,9 +66,34 @@ class _Parser:
 
     # -- lines -----------------------------------------------------------------
     def package(self, no: int, t: List[str]) -> None:
-        if len(t) != 4 or t[0] != "package" or t[2] != "slots" or not t[3].isdigit():
-            self.fail(no, "expected 'package NAME slots N' as the first line")
-        self.mm = Metamodel(package=t[1], slots=int(t[3]), file=self.file)
+        usage = "expected 'package NAME slots N [namespace NS] [include ROOT]' as the first line"
+        if len(t) < 4 or len(t) % 2 or t[0] != "package" or t[2] != "slots" or not t[3].isdigit():
+            self.fail(no, usage)
+        options = dict(zip(t[4::2], t[5::2]))
+        if not set(options) <= {"namespace", "include"}:
+            self.fail(no, usage)
+        self.mm = Metamodel(package=t[1], slots=int(t[3]), file=self.file,
+                            namespace=options.get("namespace", ""), include_root=options.get("include", ""))
+
+    def import_line(self, no: int, t: List[str]) -> None:
+        if len(t) != 2:
+            self.fail(no, "expected 'import \"DESCRIPTION\"'")
+        if self.mm.types:
+            self.fail(no, "imports come before the first type")
+        here = os.path.dirname(os.path.abspath(self.file))
+        path = next((os.path.join(d, t[1]) for d in [here] + self.search if os.path.isfile(os.path.join(d, t[1]))),
+                    None)
+        if path is None:
+            self.fail(no, f"cannot find imported description '{t[1]}'")
+        other = parse_file(path, self.search)
+        other.importer = self.mm
+        for typ in other.imported + other.types:
+            if typ.name in self.mm.by_name:
+                if self.mm.by_name[typ.name] is not typ:
+                    self.fail(no, f"type '{typ.name}' of '{t[1]}' clashes with one imported before")
+                continue
+            self.mm.imported.append(typ)
+            self.mm.by_name[typ.name] = typ
 
     def index(self, no: int, text: str, what: str) -> int:
         if not text.isdigit():
@@ -93,7 +121,7 @@ class _Parser:
         if not re.fullmatch(r"[A-Za-z_][A-Za-z0-9_]*", name):
             self.fail(no, f"bad type name '{name}'")
         typ = Type(name=name, index=self.index(no, words[2], name), kind=kind, line=no,
-                   abstract=abstract, stereotype=stereotype)
+                   abstract=abstract, stereotype=stereotype, home=self.mm)
         rest = words[3:]
         if kind == "class":
             if rest and rest[0] == ":":
@@ -117,7 +145,9 @@ class _Parser:
         elif rest:
             self.fail(no, f"unexpected '{rest[0]}' after enumeration '{name}'")
         if name in self.mm.by_name:
-            self.fail(no, f"type '{name}' declared twice (first at line {self.mm.by_name[name].line})")
+            first = self.mm.by_name[name]
+            where = f"imported from {first.home.file}" if first.home is not self.mm else f"first at line {first.line}"
+            self.fail(no, f"type '{name}' declared twice ({where})")
         clash = next((o for o in self.mm.types if o.index == typ.index), None)
         if clash:
             self.fail(no, f"type index {typ.index} of '{name}' already used by '{clash.name}'")
@@ -255,7 +285,7 @@ def _resolve(mm: Metamodel) -> None:
             if b.name not in seen:
                 seen.add(b.name)
                 todo.extend(b.bases)
-    frames = [t for t in mm.classes if t.frame]
+    frames = [t for t in mm.all_classes if t.frame]
     if len(frames) > 1:
         fail(frames[1].line, "more than one class marked 'frame'")
     if frames and frames[0].name != "ClassObject":
@@ -321,7 +351,7 @@ def _resolve(mm: Metamodel) -> None:
     for t in generated:
         if not t.frame and frames[0] not in mm.ancestors(t):
             fail(t.line, f"class '{t.name}' does not derive from the frame class '{frames[0].name}'")
-    slots = [p for t in mm.classes for p in t.props if p.is_container_slot]
+    slots = [p for t in mm.all_classes for p in t.props if p.is_container_slot]
     for p in slots:
         if not p.owner.frame or p.multi or not p.type.is_class:
             fail(p.line, f"'container' marks a single-valued reference of the frame class, not '{p.name}'")
@@ -329,12 +359,13 @@ def _resolve(mm: Metamodel) -> None:
         fail(slots[1].line, "more than one property marked 'container'")
 
 
-def parse(text: str, file: str = "<string>") -> Metamodel:
-    mm = _Parser(text, file).run()
+def parse(text: str, file: str = "<string>", search: Optional[List[str]] = None) -> Metamodel:
+    """`search`: folders where imported descriptions are looked for after the importer's own."""
+    mm = _Parser(text, file, search or []).run()
     _resolve(mm)
     return mm
 
 
-def parse_file(path: str) -> Metamodel:
+def parse_file(path: str, search: Optional[List[str]] = None) -> Metamodel:
     with open(path, encoding="utf-8") as f:
-        return parse(f.read(), path)
+        return parse(f.read(), path, search)

@@ -28,13 +28,13 @@ def hmut(t: Type) -> str:
 
 def value_cpp(t: Type) -> Optional[str]:
     if t.kind == "enumeration":
-        return f"TAV::{t.name}"
+        return f"{t.home.namespace}::{t.name}"
     return t.cpp
 
 
 def value_header(t: Type) -> Optional[str]:
     if t.kind == "enumeration":
-        return f"tav/TAV/{t.name}.h"
+        return f"{t.home.include_root}/{t.name}.h"
     return t.header
 
 
@@ -139,7 +139,7 @@ def void_params(params: List[Tuple[str, str]]) -> str:
 def pending(name: str, params: List[Tuple[str, str]], owner: Type) -> str:
     """Body of a slot whose behaviour comes with a later milestone."""
     return (void_params(params) +
-            f'family::notYetAvailable("{name}", "kernel/TAV/NSImplementation/{owner.name}Impl", __LINE__);')
+            f'family::notYetAvailable("{name}", "kernel/{owner.home.package}/NSImplementation/{owner.name}Impl", __LINE__);')
 
 
 def frame_ops() -> List[Op]:
@@ -162,7 +162,7 @@ class Plans:
         from .kinds import plan_prop
         self.mm = mm
         self.props: Dict[str, List[PropPlan]] = {
-            c.name: [plan_prop(mm, p) for p in c.props] for c in mm.classes}
+            c.name: [plan_prop(mm, p) for p in c.props] for c in mm.all_classes}
 
     def declared_ops(self, cls: Type) -> List[Op]:
         """Operations the description declares; bodies are hand-maintained unless pending."""

@@ -8,21 +8,26 @@ from .plan import intf
 
 
 class TableEmitter(Common):
+    def getter(self, t: Type) -> str:
+        """The table of the package that declares t."""
+        name = f"get_{t.home.package}_PackageIntrospectiveMethods"
+        return name if t.home is self.mm else f"::{t.home.namespace}::{name}"
+
     def desc_name(self, p: Prop) -> str:
         return f"s{p.owner.name}_{p.name}"
 
     def emit_metaregistry(self, cls: Type) -> None:
         X = intf(cls)
         pk = self.mm.package
-        getter = f"get_{pk}_PackageIntrospectiveMethods"
-        s = [self.banner, f"#include \"kernel/TAV/NSMetaRegistry/{pk}MetaSlots.h\"",
-             f"#include <tav/TAV/NSInterface/{X}.h>", "#include <tav/kernel/util/IntrospectiveMethods.h>",
-             "\nnamespace TAV {\n", "namespace NSImplementation {\n"]
+        getter = self.getter
+        s = [self.banner, f"#include \"{self.kern}/NSMetaRegistry/{pk}MetaSlots.h\"",
+             f"#include <{self.root}/NSInterface/{X}.h>", "#include <tav/kernel/util/IntrospectiveMethods.h>",
+             f"\nnamespace {self.ns} {{\n", "namespace NSImplementation {\n"]
         for p in cls.props:
             refs = []
             for kind, lst in (("redefined", p.redefines), ("subsetted", p.subsets)):
                 if lst:
-                    rows = ", ".join(f"{{&{getter}, {r.target.owner.index}u, {r.target.id}u}}" for r in lst)
+                    rows = ", ".join(f"{{&{getter(r.target.owner)}, {r.target.owner.index}u, {r.target.id}u}}" for r in lst)
                     s.append(f"static MetaPropertyRef const {self.desc_name(p)}_{kind}[] = {{{rows}}};")
                     refs.append(f"{{{len(lst)}, {self.desc_name(p)}_{kind}}}")
                 else:
@@ -39,13 +44,13 @@ class TableEmitter(Common):
             docs = f"{{{docs + ', ' if docs else ''}nullptr}}"
             if p.opposite:
                 o = p.opposite.target
-                opp = f"{{1, &{getter}, {o.owner.index}u, {o.id}u}}"
+                opp = f"{{1, &{getter(o.owner)}, {o.owner.index}u, {o.id}u}}"
             else:
                 opp = "{0, nullptr, 0u, 0u}"
             owned = f"{{{cstr(p.end)}}}" if p.end is not None else "{nullptr}"
             s.append(
                 f"static MetaPropertyDescription {self.desc_name(p)} = {{\n"
-                f"    nullptr, {cstr(p.name)}, &{getter}, {p.type.index}u, {docs},\n"
+                f"    nullptr, {cstr(p.name)}, &{getter(p.type)}, {p.type.index}u, {docs},\n"
                 f"    static_cast<unsigned char>({' | '.join(flags)}),\n"
                 f"    {cstr(p.default or '')}, {1 if 'private' in p.flags else 0}, {p.lower}, "
                 f"{'0xFFFFFFFFu' if p.upper == UNLIMITED else str(p.upper) + 'u'}, "
@@ -54,7 +59,7 @@ class TableEmitter(Common):
                 f"    {refs[0]}, {refs[1]}}};\n")
         rows = ", ".join(["nullptr"] + [f"&{self.desc_name(p)}" for p in cls.props])
         s.append(f"// Entry i is the row with id i.\nstatic MetaPropertyDescription* s{cls.name}_table[{len(cls.props) + 1}] = {{{rows}}};\n")
-        sup = ", ".join([f"{{&{getter}, {b.index}u}}" for b in cls.bases] + ["{nullptr, 0u}"])
+        sup = ", ".join([f"{{&{getter(b)}, {b.index}u}}" for b in cls.bases] + ["{nullptr, 0u}"])
         s.append(f"static MetaClassRef const s{cls.name}_superClasses[] = {{{sup}}};\n")
         meta = "StereotypeIntf" if cls.stereotype else "ClassIntf"
         s.append(f"// The slot of the metaclass object; null until the meta-registry builds it.\n"
@@ -67,15 +72,15 @@ class TableEmitter(Common):
                  f"    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,\n"
                  f"    NSImplementation::s{cls.name}_table, NSImplementation::s{cls.name}_superClasses, nullptr,\n"
                  f"    &sPackageIntrospectiveMethods}};\n")
-        s.append("} // namespace TAV\n")
-        self.files[f"kernel/TAV/NSMetaRegistry/{cls.name}MetaRegistry.cpp"] = "\n".join(s)
+        s.append(f"}} // namespace {self.ns}\n")
+        self.files[f"{self.kern}/NSMetaRegistry/{cls.name}MetaRegistry.cpp"] = "\n".join(s)
 
     def emit_package_table(self) -> None:
         pk = self.mm.package
-        s = [self.banner, f"#include \"kernel/TAV/NSMetaRegistry/{pk}MetaSlots.h\""]
+        s = [self.banner, f"#include \"{self.kern}/NSMetaRegistry/{pk}MetaSlots.h\""]
         for c in self.classes_with_intf():
-            s.append(f"#include <tav/TAV/NSInterface/{intf(c)}.h>")
-        s.append("#include <tav/kernel/util/IntrospectiveMethods.h>\n\nnamespace TAV {\n")
+            s.append(f"#include <{self.root}/NSInterface/{intf(c)}.h>")
+        s.append(f"#include <tav/kernel/util/IntrospectiveMethods.h>\n\nnamespace {self.ns} {{\n")
         s.append("extern TAV_EXPORT PackageIntrospectiveMethods sPackageIntrospectiveMethods;\n")
         slots = []
         for i in range(self.mm.slots):
@@ -97,26 +102,29 @@ class TableEmitter(Common):
         s.append(f"PackageIntrospectiveMethods sPackageIntrospectiveMethods = {{s{pk}Types, {self.mm.slots}}};\n")
         s.append(f"PackageIntrospectiveMethods* get_{pk}_PackageIntrospectiveMethods()\n{{\n"
                  f"    return &sPackageIntrospectiveMethods;\n}}\n")
-        s.append("} // namespace TAV\n")
-        self.files[f"kernel/TAV/NSMetaRegistry/{pk}PackageMetaRegistry.cpp"] = "\n".join(s)
+        s.append(f"}} // namespace {self.ns}\n")
+        self.files[f"{self.kern}/NSMetaRegistry/{pk}PackageMetaRegistry.cpp"] = "\n".join(s)
 
     def emit_meta_slots_header(self) -> None:
         """The metaclass slots, for the meta-registry that fills them."""
         pk = self.mm.package
-        s = [self.banner, "#pragma once\n", "#include <tav/Export.h>\n", "namespace TAV {\n",
-             "struct PackageIntrospectiveMethods;",
-             f"TAV_EXPORT PackageIntrospectiveMethods* get_{pk}_PackageIntrospectiveMethods();\n",
-             "namespace NSInterface {\nclass ClassIntf;\nclass StereotypeIntf;\n}\n",
-             "namespace NSImplementation {\n"]
+        s = [self.banner, "#pragma once\n"] + self.prelude_include() + ["#include <tav/Export.h>\n",
+             f"namespace {self.ns} {{\n"]
+        if not self.mm.packages:
+            s += ["struct PackageIntrospectiveMethods;"]
+        s.append(f"TAV_EXPORT PackageIntrospectiveMethods* get_{pk}_PackageIntrospectiveMethods();\n")
+        if not self.mm.packages:
+            s += ["namespace NSInterface {\nclass ClassIntf;\nclass StereotypeIntf;\n}\n"]
+        s.append("namespace NSImplementation {\n")
         for c in self.classes_with_intf():
             meta = "StereotypeIntf" if c.stereotype else "ClassIntf"
             s.append(f"TAV_EXPORT NSInterface::{meta}** staticGet{c.name}Meta();")
-        s.append("\n} // namespace NSImplementation\n} // namespace TAV\n")
-        self.files[f"kernel/TAV/NSMetaRegistry/{pk}MetaSlots.h"] = "\n".join(s)
+        s.append(f"\n}} // namespace NSImplementation\n}} // namespace {self.ns}\n")
+        self.files[f"{self.kern}/NSMetaRegistry/{pk}MetaSlots.h"] = "\n".join(s)
 
     def emit_family_header(self) -> None:
         """One header naming every handle, for users who want the whole family."""
         s = [self.banner, "#pragma once\n"]
         for c in self.mm.classes:
-            s.append(f"#include <tav/TAV/{handle_header(c)}>")
-        self.files[f"export/include/tav/TAV/{self.mm.package}Handles.h"] = "\n".join(s) + "\n"
+            s.append(f"#include <{self.root}/{handle_header(c)}>")
+        self.files[f"export/include/{self.root}/{self.mm.package}Handles.h"] = "\n".join(s) + "\n"
