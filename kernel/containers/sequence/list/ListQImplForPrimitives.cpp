@@ -194,6 +194,26 @@ bool ListQImplForPrimitives<T>::generic_contains(Deviant const&, Generic::Ref aV
 }
 
 template <class T>
+int ListQImplForPrimitives<T>::generic_removeAll(Deviant const& aDeviant, Generic::Ref aValue)
+{
+    if (!aValue.payload || !aValue.equals)
+        return 0;
+    T const& value = aValue.value<T>();
+    int removed = 0;
+    for (T const* p = fElements.constPointer(); p != fElements.constPointer() + fElements.size();) {
+        if (!(*p == value)) {
+            ++p;
+            continue;
+        }
+        Iterator const at(p);
+        Generic::IteratorPtr const next = this->generic_erase(aDeviant, &at);
+        p = static_cast<Iterator const*>(next.get())->fPosition;
+        ++removed;
+    }
+    return removed;
+}
+
+template <class T>
 bool ListQImplForPrimitives<T>::specialized_equal(Deviant const&, Generic::SequenceIntf const* aOther,
                                                   Deviant const&, bool& aHandled) const
 {

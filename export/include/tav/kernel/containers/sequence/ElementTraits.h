@@ -4,6 +4,7 @@
 // object handles travel as their counted object, values as a counted copy.
 
 #include <tav/TAV/HandleBase.h>
+#include <tav/TAV/NSInterface/ClassObjectIntf.h>
 #include <tav/kernel/util/Ref.h>
 
 #include <string>
@@ -12,10 +13,6 @@
 #include <utility>
 
 namespace TAV {
-
-namespace NSInterface {
-class ClassObjectIntf;
-}
 
 namespace Generic {
 

@@ -4,6 +4,7 @@
 // and temporary lists. Positions are pointers into the buffer, so a write
 // invalidates every iterator; insert and erase hand back a fresh one.
 
+#include <tav/TAV/String.h>
 #include <tav/kernel/containers/sequence/COWWrapper.h>
 #include <tav/kernel/containers/sequence/ElementTraits.h>
 #include <tav/kernel/containers/sequence/SequenceIntf.h>
@@ -11,8 +12,6 @@
 #include <vector>
 
 namespace TAV {
-
-class String;
 
 namespace ListQImplInternal {
 
@@ -100,6 +99,8 @@ public:
     void generic_push_front(Deviant const& aDeviant, Generic::Ref aValue) override;
     void generic_replace(Deviant const& aDeviant, int aIndex, Generic::Ref aValue) override;
     bool generic_contains(Deviant const& aDeviant, Generic::Ref aValue) const override;
+    // By the value's own equality: refs made in different modules don't compare.
+    int generic_removeAll(Deviant const& aDeviant, Generic::Ref aValue) override;
     bool specialized_equal(Deviant const& aDeviant, Generic::SequenceIntf const* aOther,
                            Deviant const& aOtherDeviant, bool& aHandled) const override;
     void specialized_assign(Deviant const& aDeviant, Generic::SequenceIntf const* aOther,

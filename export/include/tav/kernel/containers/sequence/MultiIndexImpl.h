@@ -5,6 +5,8 @@
 // own element is erased. The container is made at first need and kept out of
 // this header.
 
+#include <tav/TAV/ExternalToolInfo.h>
+#include <tav/TAV/String.h>
 #include <tav/kernel/containers/sequence/ElementTraits.h>
 #include <tav/kernel/containers/sequence/SequenceIntf.h>
 
@@ -12,13 +14,10 @@
 
 namespace TAV {
 
-class String;
-class ExternalToolInfo;
-
 namespace Generic {
 // The key of the value index: the element itself.
 template <class T>
-struct identity {};
+struct TAV_EXPORT identity {};
 } // namespace Generic
 
 namespace MultiIndexImplInternal {
