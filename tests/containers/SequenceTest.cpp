@@ -75,6 +75,14 @@ TEST_F(SequenceTest, MakeSequenceRefusesWhatItCannotMake)
     Sequence<Property> s = MakeSequence<Property>({root, MULTI_INDEX, true, true});
     EXPECT_EQ(s.internal_sequence()->numRef(), 1) << "the handle holds the proxy's only count";
     EXPECT_EQ(s.internal_sequence()->generic_getKestName(false, true, "kest."), "kest.IteratorOfProperty");
+
+    GenericReferenceCountingSequenceProxy const empty{Generic::SequencePtr()};
+    EXPECT_TAV_THROW(empty.generic_size(root), "operating on null sequence");
+    for (SequenceImplementation const impl : {STD_VECTOR, MULTI_INDEX}) {
+        Sequence<String> values = MakeSequence<String>({root, impl, false, false});
+        EXPECT_TAV_THROW(values.internal_sequence()->generic_push_back(root, Generic::Ref()),
+                         "null object while inserting into TAV.SequenceOfImmutableString");
+    }
 }
 
 // Lists hold positions as pointers: a write invalidates them, and insert and
