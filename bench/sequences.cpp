@@ -47,6 +47,7 @@ struct Vector {
     std::vector<Property> v;
     void push_back(Property const& p) { v.push_back(p); }
     ImmutableProperty at(int i) const { return v[static_cast<std::size_t>(i)]; }
+    Property get(int i) const { return v[static_cast<std::size_t>(i)]; }
     bool contains(Property const& p) const { return std::find(v.begin(), v.end(), p) != v.end(); }
     void erase(int i) { v.erase(v.begin() + i); }
     int size() const { return static_cast<int>(v.size()); }
@@ -59,6 +60,7 @@ struct Made {
     Sequence<Property> s = MakeSequence<Property>({World::instance().root, aImpl, aUnique, false});
     void push_back(Property const& p) { s.push_back(p); }
     ImmutableProperty at(int i) const { return static_cast<ImmutableSequence<Property> const&>(s).at(i); }
+    Property get(int i) const { return s.at(i); }
     bool contains(Property const& p) const { return s.contains(p); }
     void erase(int i) { s.erase(i); }
     int size() const { return s.size(); }
@@ -123,11 +125,13 @@ void BM_EraseMiddleAndPushBack(benchmark::State& state)
 {
     int const n = static_cast<int>(state.range(0));
     S s = filled<S>(n);
-    Property const moved = World::instance().pool[static_cast<std::size_t>(n / 2)];
     for (auto _ : state) {
+        Property const moved = s.get(n / 2);
         s.erase(n / 2);
         s.push_back(moved);
     }
+    if (s.size() != n)
+        state.SkipWithError("the size changed");
     state.SetItemsProcessed(state.iterations());
 }
 
