@@ -8,7 +8,8 @@
 
 namespace TAV {
 
-enum SequenceImplementation { STD_VECTOR = 0, MULTI_INDEX = 1 };
+// A fixed underlying type: a value from elsewhere that names neither is refused, not undefined.
+enum SequenceImplementation : int { STD_VECTOR = 0, MULTI_INDEX = 1 };
 
 struct MakeSequenceParams {
     Deviant deviant;
