@@ -66,7 +66,13 @@ struct ElementTraits<T> {
     using Intf = std::remove_pointer_t<decltype(std::declval<T const&>().internal_intf())>;
     using Immutable = detail::ImmutableOf<Intf>;
 
-    static Ref toRef(T const& aHandle, Deviant) { return Ref(aHandle.internal_counted(), aHandle.getDeviant()); }
+    // The payload is the object's ClassObject sub-object, as the storage hands
+    // it out, so that refs to one object compare equal whatever made them.
+    static Ref toRef(T const& aHandle, Deviant)
+    {
+        ReferenceCountingIntf* const object = aHandle.internal_counted();
+        return Ref(object ? asCounted(asClassObject(object)) : nullptr, aHandle.getDeviant());
+    }
     static T fromRef(Ref const& aRef)
     {
         ReferenceCountingIntf* const object = aRef.object();

@@ -47,7 +47,10 @@ public:
     using difference_type = std::ptrdiff_t;
 
     SequenceIterator() = default;
-    SequenceIterator(Generic::IteratorPtr aPosition, Deviant aDeviant) : fPosition(std::move(aPosition)), fDeviant(aDeviant) {}
+    SequenceIterator(Generic::IteratorPtr aPosition, Deviant aDeviant)
+        : fPosition(std::move(aPosition)), fDeviant(aDeviant)
+    {
+    }
 
     E operator*() const { return Generic::ElementTraits<E>::fromRef(fPosition->current(fDeviant)); }
     SequenceIterator& operator++()
