@@ -37,6 +37,9 @@ TEST(StringTest, MalformedUtf8BecomesReplacementCharacters)
     EXPECT_EQ(String("a\xC3").str(), std::u16string(u"a\ufffd")) << "truncated sequence";
     EXPECT_EQ(String("\xC3(").str(), std::u16string(u"\ufffd(")) << "bad continuation keeps the next byte";
     EXPECT_EQ(String("\xFF").str(), std::u16string(u"\ufffd"));
+    EXPECT_EQ(String("\xC0\x80").str(), std::u16string(u"\ufffd")) << "an overlong NUL is no NUL";
+    EXPECT_EQ(String("\xED\xA0\x80!").str(), std::u16string(u"\ufffd!")) << "an encoded surrogate";
+    EXPECT_EQ(String("\xF4\x90\x80\x80").str(), std::u16string(u"\ufffd")) << "beyond U+10FFFF";
     EXPECT_EQ(String(std::u16string(1, char16_t(0xD800))).toUtf8(), "\xEF\xBF\xBD") << "lone surrogate";
 }
 
