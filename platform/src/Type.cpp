@@ -73,10 +73,29 @@ bool Type::isValid(any const& value) const
     }
 }
 
+namespace {
+
+// Values of one ordered type compare as themselves; a value that is not equal
+// to itself (a NaN) is equal to another such and sorts after every other, so
+// that such values can key ordered containers and rewriting one is no change.
+bool comparable(any const& a, any const& b)
+{
+    return a.isOrdered() && sameType(a.type(), b.type());
+}
+
+bool unordered(any const& a)
+{
+    return !a.isEqualTo(a);
+}
+
+} // namespace
+
 bool Type::isEqualTo(any const& a, any const& b) const
 {
     if (a.empty() || b.empty())
         return a.empty() == b.empty();
+    if (comparable(a, b))
+        return a.isEqualTo(b) || (unordered(a) && unordered(b));
     return convertToString(a) == convertToString(b);
 }
 
@@ -84,6 +103,11 @@ bool Type::isLessThan(any const& a, any const& b) const
 {
     if (a.empty() || b.empty())
         return a.empty() && !b.empty();
+    if (comparable(a, b)) {
+        if (unordered(a) || unordered(b))
+            return !unordered(a);
+        return a.isLessThan(b);
+    }
     return convertToString(a) < convertToString(b);
 }
 

@@ -4,15 +4,15 @@
 
 #include <gtest/gtest.h>
 
+#include "support/FakeTypes.h"
+
+#include <limits>
 #include <string>
 
 namespace {
 
-// type_info's name constructor is protected: a starred and a plain name stand
-// for one type as two libraries may each emit it.
-struct NamedTypeInfo : std::type_info {
-    explicit NamedTypeInfo(char const* name) : std::type_info(name) {}
-};
+using tavtest::IntType;
+using tavtest::NamedTypeInfo;
 
 TEST(AnyTest, TypesMatchByNameWithTheLeadingStarSkipped)
 {
@@ -61,26 +61,6 @@ TEST(ErrorHolderTest, KeepsEveryErrorWithItsLocation)
     EXPECT_FALSE(errors.hasError());
 }
 
-// The least a description must give; the rest comes from BRIX::Type.
-class IntType : public BRIX::Type {
-public:
-    BRIX::any convertFromString(std::string const& text, BRIX::ErrorHolder& errors) const override
-    {
-        try {
-            return std::stoi(text);
-        } catch (std::exception const&) {
-            BRIX_ADD_ERROR(errors, "not an int: " + text);
-            return {};
-        }
-    }
-    std::string convertToString(BRIX::any const& value) const override
-    {
-        return std::to_string(BRIX::any_cast<int>(value));
-    }
-    BRIX::any defaultConstruct() const override { return 0; }
-    std::unique_ptr<BRIX::Type> clone() const override { return std::make_unique<IntType>(); }
-};
-
 TEST(TypeTest, DefaultsGoThroughTheTextForm)
 {
     BRIX::TypeInfo const info(std::make_unique<IntType>());
@@ -101,7 +81,27 @@ TEST(TypeTest, DefaultsGoThroughTheTextForm)
     EXPECT_TRUE(info->isLessThan(BRIX::any(), v)) << "nothing orders first";
 
     EXPECT_TRUE(info.convertFromUString(u"x", errors).empty());
-    EXPECT_EQ(errors.getErrorText(), "not an int: x");
+    EXPECT_EQ(errors.getErrorText(), "Can't convert string 'x' to test int");
+}
+
+TEST(TypeTest, ValuesWithAnOrderCompareAsThemselvesOthersByText)
+{
+    BRIX::TypeInfo const info = IntType::Create();
+    EXPECT_TRUE(info->isLessThan(9, 10)) << "as text \"10\" < \"9\"";
+    EXPECT_FALSE(info->isLessThan(10, 9));
+    EXPECT_TRUE(info->isEqualTo(-0.0, 0.0));
+    double const nan = std::numeric_limits<double>::quiet_NaN();
+    double const inf = std::numeric_limits<double>::infinity();
+    EXPECT_TRUE(info->isEqualTo(nan, nan)) << "rewriting NaN is no change";
+    EXPECT_TRUE(info->isLessThan(inf, nan)) << "NaN sorts after every number";
+    EXPECT_FALSE(info->isLessThan(nan, inf));
+    EXPECT_FALSE(info->isLessThan(nan, nan));
+
+    // No operators: the text form, which the int description refuses to give
+    // for anything but an int.
+    struct Opaque {};
+    EXPECT_THROW(info->isEqualTo(Opaque(), Opaque()), BRIX::bad_any_cast);
+    EXPECT_THROW(info->isLessThan(1, 1.0), BRIX::bad_any_cast) << "values of two types";
 }
 
 TEST(TypeTest, CopiesShareOneDescriptionAndNullOnesRefuseUse)

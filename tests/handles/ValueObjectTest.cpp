@@ -1,13 +1,19 @@
 #include "kernel/TAV/NSImplementation/DataTypeImpl.h"
 
+#include <tav/TAV/Argument.h>
 #include <tav/TAV/Boolean.h>
 #include <tav/TAV/Class_h.h>
 #include <tav/TAV/DataType_h.h>
 #include <tav/TAV/Double.h>
+#include <tav/TAV/ExternalToolInfo.h>
 #include <tav/TAV/Integer.h>
 #include <tav/TAV/NSInterface/ValueObjectIntf.h>
 #include <tav/TAV/PackageMergeKind.h>
+#include <tav/TAV/ParameterDirectionKind.h>
+#include <tav/TAV/PersistenceKind.h>
 #include <tav/TAV/Real.h>
+#include <tav/TAV/Single.h>
+#include <tav/TAV/TestDefaultValue.h>
 #include <tav/TAV/UnlimitedNatural.h>
 #include <tav/TAV/ValueObject_h.h>
 #include <tav/TAV/VisibilityKind.h>
@@ -16,6 +22,7 @@
 #include <tav/kernel/util/TAVCast.h>
 
 #include "FamilyFixture.h"
+#include "support/FakeTypes.h"
 
 #include <set>
 
@@ -24,34 +31,13 @@ namespace {
 
 constexpr char kNoMessage[] = "Internal assertion without a message detected! Please fix me asap";
 
-// Decimal ints: enough of a type to carry values through the registry.
-class IntType : public BRIX::Type {
-public:
-    BRIX::any convertFromString(std::string const& text, BRIX::ErrorHolder& errors) const override
-    {
-        std::size_t used = 0;
-        try {
-            int const v = std::stoi(text, &used);
-            if (used == text.size())
-                return v;
-        } catch (std::exception const&) {
-        }
-        BRIX_ADD_ERROR(errors, "Can't convert string '" + text + "' to test int");
-        return {};
-    }
-    std::string convertToString(BRIX::any const& value) const override
-    {
-        return std::to_string(BRIX::any_cast<int>(value));
-    }
-    BRIX::any defaultConstruct() const override { return 7; }
-    std::unique_ptr<BRIX::Type> clone() const override { return std::make_unique<IntType>(); }
-};
+using tavtest::IntType;
 
 class ValueObjectTest : public FamilyTest {
 protected:
     static constexpr char kInt[] = "tavtest.Int";
 
-    ValueObjectTest() { TypeInfoRegistry::registerTypeInfo(kInt, BRIX::TypeInfo(std::make_unique<IntType>())); }
+    ValueObjectTest() { TypeInfoRegistry::registerTypeInfo(kInt, IntType::Create()); }
     ~ValueObjectTest() override { TypeInfoRegistry::unregisterTypeInfo(kInt); }
 
     static ValueObject value(int v) { return ValueObjectFactory::create(kInt, BRIX::any(v)); }
@@ -158,9 +144,7 @@ TEST_F(ValueObjectTest, ValueClassesTravelAsObjectsAndComeBack)
     EXPECT_THROW(Integer{Object(VisibilityKind(VisibilityKind::Private))}, BRIX::bad_any_cast);
     EXPECT_TAV_THROW(Integer{Object(newProperty())}, kNoMessage);
 
-    // No registration needed, and then no DataType.
-    EXPECT_FALSE(TypeInfoRegistry::hasType(Boolean::getTypeName()));
-    EXPECT_FALSE(ValueObject(Object(Boolean(true))).getMetaDataType().isValid());
+    EXPECT_FALSE(TypeInfoRegistry::hasType(Boolean::getTypeName())) << "no registration needed";
     EXPECT_TRUE(ValueObject(Object(Boolean(true))) == ValueObject(Object(Boolean(true))));
     EXPECT_FALSE(ValueObject(Object(Boolean(true))) == ValueObject(Object(Boolean(false))));
 }
@@ -175,7 +159,7 @@ TEST_F(ValueObjectTest, ClassObjectsDefaultToTheEmptyString)
 
 TEST_F(ValueObjectTest, RegistryRefusesDuplicatesAndUnknownNames)
 {
-    BRIX::TypeInfo const other(std::make_unique<IntType>());
+    BRIX::TypeInfo const other = IntType::Create();
     EXPECT_TAV_THROW(TypeInfoRegistry::registerTypeInfo(kInt, other), kNoMessage);
     EXPECT_EQ(TypeInfoRegistry::getTypeInfo(kInt) == other, false) << "the first registration stays";
     EXPECT_FALSE(TypeInfoRegistry::hasType("tavtest.Unknown"));
@@ -183,26 +167,87 @@ TEST_F(ValueObjectTest, RegistryRefusesDuplicatesAndUnknownNames)
     EXPECT_FALSE(TypeInfoRegistry::getMetaType("tavtest.Unknown").isValid());
 }
 
-TEST_F(ValueObjectTest, MetaTypesComeWithTheirDescription)
+TEST_F(ValueObjectTest, ARefusedDataTypeLeavesItsDescriptionRegistered)
 {
     char const* const name = "tavtest.Measured";
-    BRIX::TypeInfo const info(std::make_unique<IntType>());
+    BRIX::TypeInfo const info = IntType::Create();
     EXPECT_TAV_THROW(TypeInfoRegistry::registerMetaType(name, info, ImmutableDataType()), kNoMessage);
     // The description is registered before the DataType is checked, and stays.
     EXPECT_TRUE(TypeInfoRegistry::hasType(name));
     EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
     TypeInfoRegistry::unregisterTypeInfo(name);
+}
 
-    DataType const meta = newDataType();
-    TypeInfoRegistry::registerMetaType(name, info, meta);
-    EXPECT_EQ(TypeInfoRegistry::getMetaType(name), meta);
-    ValueObject const v = ValueObjectFactory::create(name);
-    EXPECT_EQ(v.getMetaDataType(), meta);
-    EXPECT_TRUE(isDataType(v.internal_intf()->getMetaType(Deviant())));
+// Every value class, with what its MetaDataType and getMetaDataType answer.
+struct ValueClassRow {
+    std::string const& (*name)();
+    BRIX::TypeInfo const& (*info)();
+    ImmutableDataType (*meta)();
+    ImmutableDataType (*metaOfValue)();
+    Object (*object)();
+};
 
-    TypeInfoRegistry::unregisterMetaType(name);
-    EXPECT_FALSE(TypeInfoRegistry::hasType(name));
-    EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
+template <class V>
+ValueClassRow row()
+{
+    return {&V::getTypeName, &V::getTypeInfo, &V::MetaDataType, [] { return V().getMetaDataType(); },
+            [] { return Object(V()); }};
+}
+
+TEST_F(ValueObjectTest, ValueClassesFindTheirDataTypeByEitherFormOfTheirName)
+{
+    for (ValueClassRow const& v :
+         {row<Boolean>(), row<Integer>(), row<UnlimitedNatural>(), row<Real>(), row<Double>(), row<Single>(),
+          row<String>(), row<Argument>(), row<ExternalToolInfo>(), row<TestDefaultValue>(), row<VisibilityKind>(),
+          row<ParameterDirectionKind>(), row<PersistenceKind>(), row<PackageMergeKind>()}) {
+        std::string const& name = v.name();
+        EXPECT_FALSE(v.meta().isValid()) << name << ": null until the metamodel registers it";
+
+        DataType const meta = newDataType();
+        TypeInfoRegistry::registerMetaType("TAV." + name, v.info(), meta);
+        EXPECT_EQ(v.meta(), meta) << name;
+        EXPECT_EQ(v.metaOfValue(), meta) << name;
+        EXPECT_EQ(ValueObject(v.object()).getMetaDataType(), meta) << name;
+        EXPECT_TRUE(isDataType(ValueObject(v.object()).internal_intf()->getMetaType(Deviant()))) << name;
+        EXPECT_EQ(ValueObjectFactory::createFromString(name, v.info().convertToUString(v.info().defaultConstruct()))
+                      .getMetaDataType(),
+                  meta)
+            << name;
+        EXPECT_TAV_THROW(TypeInfoRegistry::registerTypeInfo(name, v.info()), kNoMessage) << "one type, one entry";
+        TypeInfoRegistry::unregisterMetaType(name);
+        EXPECT_FALSE(TypeInfoRegistry::hasType("TAV." + name)) << name;
+        EXPECT_FALSE(v.meta().isValid()) << name;
+    }
+}
+
+TEST_F(ValueObjectTest, OnlyTheKernelsPrefixIsDroppedFromANamesKey)
+{
+    TypeInfoRegistry::registerTypeInfo("tavtest.Domain.Int", IntType::Create());
+    EXPECT_TRUE(TypeInfoRegistry::hasType("tavtest.Domain.Int"));
+    EXPECT_FALSE(TypeInfoRegistry::hasType("Domain.Int"));
+    EXPECT_FALSE(TypeInfoRegistry::hasType("Int"));
+    TypeInfoRegistry::unregisterTypeInfo("tavtest.Domain.Int");
+    EXPECT_FALSE(TypeInfoRegistry::hasType("tavtest.Domain.Int"));
+
+    TypeInfoRegistry::registerTypeInfo("TAV.SequenceOfTavtest", IntType::Create());
+    EXPECT_TRUE(ValueObjectFactory::isValueObjectType("SequenceOfTavtest"));
+    TypeInfoRegistry::unregisterTypeInfo("SequenceOfTavtest");
+    EXPECT_FALSE(TypeInfoRegistry::hasType("TAV.SequenceOfTavtest"));
+    EXPECT_FALSE(TypeInfoRegistry::hasType("TAV.")) << "the prefix alone names nothing registered";
+}
+
+// A static_cast down from a virtual base is ill-formed.
+template <class Base, class Derived>
+constexpr bool kDowncastable = requires(Base* p) { static_cast<Derived*>(p); };
+
+TEST_F(ValueObjectTest, ObjectIntfIsAVirtualBaseOfTheValueInterface)
+{
+    EXPECT_TRUE((kDowncastable<ReferenceCountingIntf, NSInterface::ObjectIntf>));
+    EXPECT_FALSE((kDowncastable<NSInterface::ObjectIntf, NSInterface::ValueObjectIntf>));
+    ValueObject const v = value(3);
+    EXPECT_NE(static_cast<void const*>(v.internal_intf()), static_cast<void const*>(v.internal_counted()))
+        << "the handle holds the count of the virtual base";
+    EXPECT_EQ(ValueObject(Object(v)).internal_intf(), v.internal_intf());
 }
 
 TEST_F(ValueObjectTest, DataTypesAreToldApartFromOtherTypes)

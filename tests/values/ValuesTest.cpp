@@ -9,6 +9,9 @@
 #include <tav/TAV/UnlimitedNatural.h>
 #include <tav/TAV/VisibilityKind.h>
 
+#include <tav/kernel/util/Exception.h>
+
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -16,6 +19,7 @@
 
 namespace {
 
+using ::testing::HasSubstr;
 using TAV::String;
 
 TEST(StringTest, Utf8RoundTripsThroughUtf16IncludingSurrogatePairs)
@@ -33,6 +37,9 @@ TEST(StringTest, MalformedUtf8BecomesReplacementCharacters)
     EXPECT_EQ(String("a\xC3").str(), std::u16string(u"a\ufffd")) << "truncated sequence";
     EXPECT_EQ(String("\xC3(").str(), std::u16string(u"\ufffd(")) << "bad continuation keeps the next byte";
     EXPECT_EQ(String("\xFF").str(), std::u16string(u"\ufffd"));
+    EXPECT_EQ(String("\xC0\x80").str(), std::u16string(u"\ufffd")) << "an overlong NUL is no NUL";
+    EXPECT_EQ(String("\xED\xA0\x80!").str(), std::u16string(u"\ufffd!")) << "an encoded surrogate";
+    EXPECT_EQ(String("\xF4\x90\x80\x80").str(), std::u16string(u"\ufffd")) << "beyond U+10FFFF";
     EXPECT_EQ(String(std::u16string(1, char16_t(0xD800))).toUtf8(), "\xEF\xBF\xBD") << "lone surrogate";
 }
 
@@ -78,20 +85,36 @@ TEST(ScalarValuesTest, DefaultsConversionsAndOrder)
     EXPECT_LT(TAV::UnlimitedNatural(1), star);
 }
 
-TEST(EnumerationValuesTest, LiteralsConvertBothWays)
+// What an enumeration makes of a text: the value, or the assertion's text.
+template <class E>
+std::string fromText(char const* aText)
 {
-    EXPECT_EQ(TAV::VisibilityKind().toString(), "public");
-    EXPECT_EQ(TAV::VisibilityKind(TAV::VisibilityKind::Package).toString(), "package");
-    EXPECT_EQ(TAV::ParameterDirectionKind(TAV::ParameterDirectionKind::Return).toString(), "return");
-    EXPECT_EQ(TAV::PersistenceKind(1).toString(), "transient");
-    EXPECT_EQ(TAV::PackageMergeKind().toString(), "exdend");
-    EXPECT_EQ(TAV::VisibilityKind(17).toString(), "17") << "unknown values print as numbers";
+    try {
+        return std::to_string(E::fromString(String(aText)).value());
+    } catch (TAV::Exception const& e) {
+        return e.what();
+    }
+}
 
-    TAV::PersistenceKind kind;
-    EXPECT_TRUE(kind.fromString("extension"));
-    EXPECT_EQ(kind, TAV::PersistenceKind(TAV::PersistenceKind::Extension));
-    EXPECT_FALSE(kind.fromString("Extension"));
-    EXPECT_EQ(kind, TAV::PersistenceKind(TAV::PersistenceKind::Extension)) << "a failed parse keeps the value";
+TEST(EnumerationValuesTest, TheShapeOfEveryValueClass)
+{
+    EXPECT_EQ(TAV::VisibilityKind().toString(), String("public"));
+    EXPECT_EQ(TAV::VisibilityKind(TAV::VisibilityKind::Package).toString(), String("package"));
+    EXPECT_EQ(TAV::ParameterDirectionKind(TAV::ParameterDirectionKind::Return).toString(), String("return"));
+    EXPECT_EQ(TAV::PersistenceKind(1).toString(), String("transient"));
+    EXPECT_EQ(TAV::PackageMergeKind().toString(), String("exdend"));
+    EXPECT_EQ(TAV::VisibilityKind(17).toString(), String("17")) << "unknown values print as numbers";
+
+    EXPECT_EQ(fromText<TAV::PersistenceKind>("extension"), "2");
+    EXPECT_EQ(fromText<TAV::ParameterDirectionKind>("inout"), "1");
+    EXPECT_EQ(fromText<TAV::PackageMergeKind>("define"), "1");
+    EXPECT_EQ(TAV::VisibilityKind(String("protected")), TAV::VisibilityKind::Protected);
+    EXPECT_THAT(fromText<TAV::PersistenceKind>("Extension"),
+                HasSubstr("Assertion failed: Unable to convert from string to PersistenceKind! at "
+                          "kernel/TAV/values/Enumerations:"));
+    EXPECT_THAT(fromText<TAV::PackageMergeKind>("extend"), HasSubstr("to PackageMergeKind!")) << "files say exdend";
+    EXPECT_THAT(fromText<TAV::VisibilityKind>("17"), HasSubstr("to VisibilityKind!")) << "a number is no literal";
+    EXPECT_THROW((void)TAV::ParameterDirectionKind(String("")), TAV::Exception);
     EXPECT_EQ(TAV::PackageMergeKind::getLiterals().size(), 2u);
 }
 

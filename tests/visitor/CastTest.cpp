@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/FakeTypes.h"
+
 #include <string>
 
 namespace {
@@ -112,11 +114,7 @@ TEST(CastTest, BaseInterfacesAnswerForThemselvesOnly)
     EXPECT_EQ(plain.cast(classInfo<Plain>()), nullptr);
 }
 
-// type_info's name constructor is protected: names with and without the
-// marker stand for one type seen from two libraries.
-struct NamedTypeInfo : std::type_info {
-    explicit NamedTypeInfo(char const* name) : std::type_info(name) {}
-};
+using tavtest::NamedTypeInfo;
 
 TEST(TagTest, LeadingStarIsIgnoredAndTagsCountPerDomain)
 {

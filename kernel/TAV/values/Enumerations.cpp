@@ -4,47 +4,50 @@
 #include <tav/TAV/VisibilityKind.h>
 
 #include "kernel/TAV/values/TypeIdentity.h"
+#include "kernel/TAV/values/ValueText.h"
 
 #include <BRIX/EnumType.h>
 
 namespace TAV {
 
-std::string EnumerationValue::toString(Literals const& literals, int value)
+template <class Derived>
+EnumerationOf<Derived>::EnumerationOf(String const& aText) : ScalarValue<Derived, int>(fromString(aText))
 {
-    auto const it = literals.find(value);
-    return it == literals.end() ? std::to_string(value) : it->second;
 }
 
-bool EnumerationValue::fromString(Literals const& literals, std::string const& name, int& value)
+template <class Derived>
+String EnumerationOf<Derived>::toString() const
 {
-    for (auto const& [literal, text] : literals)
-        if (text == name) {
-            value = literal;
-            return true;
-        }
-    return false;
+    return internal::textOfValue(static_cast<Derived const&>(*this));
 }
 
-EnumerationValue::Literals const& VisibilityKind::getLiterals()
+template <class Derived>
+Derived EnumerationOf<Derived>::fromString(String const& aText)
+{
+    return internal::valueFromText<Derived>(aText, "kernel/TAV/values/Enumerations", __LINE__,
+                                            "Unable to convert from string to %s!", Derived::getTypeName().c_str());
+}
+
+VisibilityKind::Literals const& VisibilityKind::getLiterals()
 {
     static Literals const sLiterals{{Public, "public"}, {Private, "private"}, {Protected, "protected"}, {Package, "package"}};
     return sLiterals;
 }
 
-EnumerationValue::Literals const& ParameterDirectionKind::getLiterals()
+ParameterDirectionKind::Literals const& ParameterDirectionKind::getLiterals()
 {
     static Literals const sLiterals{{In, "in"}, {Inout, "inout"}, {Out, "out"}, {Return, "return"}};
     return sLiterals;
 }
 
-EnumerationValue::Literals const& PersistenceKind::getLiterals()
+PersistenceKind::Literals const& PersistenceKind::getLiterals()
 {
     static Literals const sLiterals{{Default, "default"}, {Transient, "transient"}, {Extension, "extension"}};
     return sLiterals;
 }
 
 // "exdend" is the literal as the metamodel spells it; files carry it so.
-EnumerationValue::Literals const& PackageMergeKind::getLiterals()
+PackageMergeKind::Literals const& PackageMergeKind::getLiterals()
 {
     static Literals const sLiterals{{Extend, "exdend"}, {Define, "define"}};
     return sLiterals;
@@ -54,5 +57,10 @@ TAV_VALUE_TYPE_IDENTITY(VisibilityKind, BRIX::SpecificEnumType<VisibilityKind>::
 TAV_VALUE_TYPE_IDENTITY(ParameterDirectionKind, BRIX::SpecificEnumType<ParameterDirectionKind>::Create)
 TAV_VALUE_TYPE_IDENTITY(PersistenceKind, BRIX::SpecificEnumType<PersistenceKind>::Create)
 TAV_VALUE_TYPE_IDENTITY(PackageMergeKind, BRIX::SpecificEnumType<PackageMergeKind>::Create)
+
+template class EnumerationOf<VisibilityKind>;
+template class EnumerationOf<ParameterDirectionKind>;
+template class EnumerationOf<PersistenceKind>;
+template class EnumerationOf<PackageMergeKind>;
 
 } // namespace TAV

@@ -88,7 +88,6 @@ ImmutableType ValueObjectImpl::getMetaType(Deviant) const
 
 ImmutableValueObject::ImmutableValueObject(ValueObjectIntf const* aObject, Deviant aDeviant)
 {
-    // One interface chain, so the pointer is already the exact sub-object.
     acquire(const_cast<ValueObjectIntf*>(aObject));
     setDeviant(aDeviant);
 }
@@ -99,9 +98,10 @@ ImmutableValueObject::ImmutableValueObject(ImmutableObject const& aOther)
         acquire(static_cast<ValueObjectIntf*>(r));
 }
 
+// ObjectIntf is a virtual base: only the cast finds the value interface.
 ValueObjectIntf* ImmutableValueObject::internal_intf() const
 {
-    return static_cast<ValueObjectIntf*>(static_cast<ObjectIntf*>(fObject));
+    return const_cast<ValueObjectIntf*>(valueIntf(*this));
 }
 
 BRIX::any const& ImmutableValueObject::getAny() const

@@ -35,20 +35,6 @@ public:
 
     any defaultConstruct() const override { return X(); }
 
-    bool isEqualTo(any const& a, any const& b) const override
-    {
-        if (a.empty() || b.empty())
-            return a.empty() == b.empty();
-        return valueOf(a) == valueOf(b);
-    }
-
-    bool isLessThan(any const& a, any const& b) const override
-    {
-        if (a.empty() || b.empty())
-            return a.empty() && !b.empty();
-        return valueOf(a) < valueOf(b);
-    }
-
     std::unique_ptr<Type> clone() const override { return std::make_unique<SpecificEnumType>(*this); }
 
 private:

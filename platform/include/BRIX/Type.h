@@ -30,7 +30,9 @@ public:
     virtual any defaultConstruct() const = 0;
     // A value is valid when it is of this type, that is when it converts.
     virtual bool isValid(any const& value) const;
-    // By text form; types with an order of their own override both.
+    // Values of a type with == and < compare as themselves, a NaN equal to a
+    // NaN and after every number; values of other types by their text form.
+    // The empty value is equal only to itself, and comes first.
     virtual bool isEqualTo(any const& a, any const& b) const;
     virtual bool isLessThan(any const& a, any const& b) const;
     virtual std::unique_ptr<Type> clone() const = 0;

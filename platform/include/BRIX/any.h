@@ -2,6 +2,7 @@
 
 #include <tav/Export.h>
 
+#include <concepts>
 #include <memory>
 #include <stdexcept>
 #include <type_traits>
@@ -44,6 +45,13 @@ public:
     void swap(any& other) noexcept { fHolder.swap(other.fHolder); }
     std::type_info const& type() const noexcept { return fHolder ? fHolder->type() : typeid(void); }
 
+    // Whether the held type has == and <, so that two values of it compare
+    // as what they are rather than by their text.
+    bool isOrdered() const noexcept { return fHolder && fHolder->isOrdered(); }
+    // For two values of one ordered type; false otherwise.
+    bool isEqualTo(any const& other) const { return sameHeldType(other) && fHolder->isEqualTo(*other.fHolder); }
+    bool isLessThan(any const& other) const { return sameHeldType(other) && fHolder->isLessThan(*other.fHolder); }
+
     template <class T>
     T const* get() const noexcept
     {
@@ -57,10 +65,20 @@ public:
     }
 
 private:
+    template <class T>
+    static constexpr bool kOrdered = requires(T const& a, T const& b) {
+        { a == b } -> std::convertible_to<bool>;
+        { a < b } -> std::convertible_to<bool>;
+    };
+
     struct HolderBase {
         virtual ~HolderBase() = default;
         virtual std::type_info const& type() const noexcept = 0;
         virtual std::unique_ptr<HolderBase> clone() const = 0;
+        virtual bool isOrdered() const noexcept = 0;
+        // Only for another holder of the same type.
+        virtual bool isEqualTo(HolderBase const& other) const = 0;
+        virtual bool isLessThan(HolderBase const& other) const = 0;
     };
     template <class T>
     struct Holder final : HolderBase {
@@ -70,8 +88,26 @@ private:
         }
         std::type_info const& type() const noexcept override { return typeid(T); }
         std::unique_ptr<HolderBase> clone() const override { return std::make_unique<Holder>(fValue); }
+        bool isOrdered() const noexcept override { return kOrdered<T>; }
+        bool isEqualTo(HolderBase const& other) const override
+        {
+            if constexpr (kOrdered<T>)
+                return static_cast<bool>(fValue == static_cast<Holder const&>(other).fValue);
+            return false;
+        }
+        bool isLessThan(HolderBase const& other) const override
+        {
+            if constexpr (kOrdered<T>)
+                return static_cast<bool>(fValue < static_cast<Holder const&>(other).fValue);
+            return false;
+        }
         T fValue;
     };
+
+    bool sameHeldType(any const& other) const noexcept
+    {
+        return isOrdered() && other.fHolder && sameType(fHolder->type(), other.fHolder->type());
+    }
 
     std::unique_ptr<HolderBase> fHolder;
 };

@@ -7,6 +7,7 @@
 
 namespace TAV {
 
+class ImmutableDataType;
 class ValueObject;
 
 // A named value. The value is any object, a value object or a model object,
@@ -46,6 +47,9 @@ public:
 
     static std::string const& getTypeName();
     static BRIX::TypeInfo const& getTypeInfo();
+    // The metamodel DataType of the class: null until the metamodel stands.
+    static ImmutableDataType MetaDataType();
+    ImmutableDataType getMetaDataType() const;
     String toString() const;
     static Argument fromString(String const& aText);
     explicit Argument(ImmutableObject const& aObject);

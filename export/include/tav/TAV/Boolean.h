@@ -9,6 +9,8 @@
 
 namespace TAV {
 
+class ImmutableDataType;
+
 class TAV_EXPORT Boolean : public ScalarValue<Boolean, bool> {
 public:
     using ScalarValue::ScalarValue;
@@ -24,6 +26,9 @@ public:
 
     static std::string const& getTypeName();
     static BRIX::TypeInfo const& getTypeInfo();
+    // The metamodel DataType of the class: null until the metamodel stands.
+    static ImmutableDataType MetaDataType();
+    ImmutableDataType getMetaDataType() const;
     String toString() const;
     static Boolean fromString(String const& text);
 };

@@ -7,6 +7,8 @@
 
 namespace TAV {
 
+class ImmutableDataType;
+
 class TAV_EXPORT Double : public ScalarValue<Double, double> {
 public:
     using ScalarValue::ScalarValue;
@@ -15,6 +17,9 @@ public:
 
     static std::string const& getTypeName();
     static BRIX::TypeInfo const& getTypeInfo();
+    // The metamodel DataType of the class: null until the metamodel stands.
+    static ImmutableDataType MetaDataType();
+    ImmutableDataType getMetaDataType() const;
     String toString() const;
     static Double fromString(String const& text);
 };

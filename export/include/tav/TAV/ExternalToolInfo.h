@@ -7,6 +7,7 @@
 
 namespace TAV {
 
+class ImmutableDataType;
 class ValueObject;
 
 // Where an element came from in another tool: the tool, and the element's id
@@ -41,6 +42,9 @@ public:
 
     static std::string const& getTypeName();
     static BRIX::TypeInfo const& getTypeInfo();
+    // The metamodel DataType of the class: null until the metamodel stands.
+    static ImmutableDataType MetaDataType();
+    ImmutableDataType getMetaDataType() const;
     String toString() const;
     static ExternalToolInfo fromString(String const& aText);
     explicit ExternalToolInfo(ImmutableObject const& aObject);

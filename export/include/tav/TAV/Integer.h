@@ -9,6 +9,8 @@
 
 namespace TAV {
 
+class ImmutableDataType;
+
 class TAV_EXPORT Integer : public ScalarValue<Integer, std::int32_t> {
 public:
     using ScalarValue::ScalarValue;
@@ -17,6 +19,9 @@ public:
 
     static std::string const& getTypeName();
     static BRIX::TypeInfo const& getTypeInfo();
+    // The metamodel DataType of the class: null until the metamodel stands.
+    static ImmutableDataType MetaDataType();
+    ImmutableDataType getMetaDataType() const;
     String toString() const;
     static Integer fromString(String const& text);
 };

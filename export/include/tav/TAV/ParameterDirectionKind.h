@@ -4,6 +4,8 @@
 
 namespace TAV {
 
+class ImmutableDataType;
+
 class TAV_EXPORT ParameterDirectionKind : public EnumerationOf<ParameterDirectionKind> {
 public:
     enum Value : int { In = 0, Inout = 1, Out = 2, Return = 3 };
@@ -13,6 +15,9 @@ public:
     static std::string const& getTypeName();
     // A BRIX::SpecificEnumType over getLiterals().
     static BRIX::TypeInfo const& getTypeInfo();
+    // The metamodel DataType of the class: null until the metamodel stands.
+    static ImmutableDataType MetaDataType();
+    ImmutableDataType getMetaDataType() const;
 };
 
 } // namespace TAV

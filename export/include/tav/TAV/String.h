@@ -9,6 +9,7 @@
 
 namespace TAV {
 
+class ImmutableDataType;
 class ImmutableObject;
 class Object;
 class ValueObject;
@@ -44,6 +45,9 @@ public:
 
     static std::string const& getTypeName();
     static BRIX::TypeInfo const& getTypeInfo();
+    // The metamodel DataType of the class: null until the metamodel stands.
+    static ImmutableDataType MetaDataType();
+    ImmutableDataType getMetaDataType() const;
     String toString() const { return *this; }
     // As the scalar value classes: a String travels as a ValueObject.
     template <ObjectHandle H>

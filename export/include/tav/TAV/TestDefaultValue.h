@@ -4,6 +4,8 @@
 
 namespace TAV {
 
+class ImmutableDataType;
+
 // A default for a test: one argument, "default-argument" until set. The
 // argument is set when it differs from that default; the Object forms are as
 // on Argument.
@@ -27,6 +29,9 @@ public:
 
     static std::string const& getTypeName();
     static BRIX::TypeInfo const& getTypeInfo();
+    // The metamodel DataType of the class: null until the metamodel stands.
+    static ImmutableDataType MetaDataType();
+    ImmutableDataType getMetaDataType() const;
     String toString() const;
     static TestDefaultValue fromString(String const& aText);
     explicit TestDefaultValue(ImmutableObject const& aObject);

@@ -9,6 +9,8 @@
 
 namespace TAV {
 
+class ImmutableDataType;
+
 // All ones stands for unlimited ("*").
 class TAV_EXPORT UnlimitedNatural : public ScalarValue<UnlimitedNatural, std::uint32_t> {
 public:
@@ -18,6 +20,9 @@ public:
 
     static std::string const& getTypeName();
     static BRIX::TypeInfo const& getTypeInfo();
+    // The metamodel DataType of the class: null until the metamodel stands.
+    static ImmutableDataType MetaDataType();
+    ImmutableDataType getMetaDataType() const;
     String toString() const;
     static UnlimitedNatural fromString(String const& text);
 

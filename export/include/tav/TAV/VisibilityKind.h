@@ -4,6 +4,8 @@
 
 namespace TAV {
 
+class ImmutableDataType;
+
 class TAV_EXPORT VisibilityKind : public EnumerationOf<VisibilityKind> {
 public:
     enum Value : int { Public = 0, Private = 1, Protected = 2, Package = 3 };
@@ -13,6 +15,9 @@ public:
     static std::string const& getTypeName();
     // A BRIX::SpecificEnumType over getLiterals().
     static BRIX::TypeInfo const& getTypeInfo();
+    // The metamodel DataType of the class: null until the metamodel stands.
+    static ImmutableDataType MetaDataType();
+    ImmutableDataType getMetaDataType() const;
 };
 
 } // namespace TAV

@@ -10,8 +10,9 @@ class ImmutableDataType;
 namespace NSInterface {
 
 // A value where an object is expected: counted like a model object, but
-// without identity, model or deviations.
-class TAV_EXPORT ValueObjectIntf : public ObjectIntf {
+// without identity, model or deviations. ObjectIntf is a virtual base, so
+// that one object can be a value and a class object at once, with one count.
+class TAV_EXPORT ValueObjectIntf : public virtual ObjectIntf {
 public:
     ~ValueObjectIntf() override;
 

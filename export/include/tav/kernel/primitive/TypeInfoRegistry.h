@@ -12,6 +12,16 @@ class ImmutableDataType;
 
 // Type descriptions by type name, and the metamodel DataType of each value
 // type. Filled at start-up and unlocked: registration belongs to one thread.
+//
+// Names. A type of the kernel's own package has one entry, which answers to
+// its bare name ("Boolean", as getTypeName gives it) and to its qualified name
+// ("TAV.Boolean", as a property's type gives it) alike: every operation drops
+// a leading "TAV." before it looks. So "TAV.PropertyStorage" and
+// "PropertyStorage" are one type, registered once under either, and
+// registering the other form as well is a duplicate. The kernel's sequence
+// and iterator descriptions ("TAV.SequenceOfX", "TAV.XIterator") are found
+// with or without the prefix too. A domain's types keep their qualified names
+// ("UML.X"): the prefix of another package is part of the name.
 class TAV_EXPORT TypeInfoRegistry {
 public:
     TypeInfoRegistry() = delete;

@@ -10,33 +10,19 @@
 #include <tav/TAV/String.h>
 #include <tav/TAV/UnlimitedNatural.h>
 
-#include <cmath>
-#include <functional>
 #include <memory>
 
 namespace TAV {
 
 // What the description of every value class shares: values travel in the
 // BRIX::any as the value class V itself, never as a raw number; the default is
-// V's; empty values are equal to each other and come before every other.
-template <class Self, class V, class Equal = std::equal_to<>, class Less = std::less<>>
+// V's. Values compare by BRIX::Type's own order, which is V's.
+template <class Self, class V>
 class TAV_EXPORT ValueTypeInfo : public BRIX::Type {
 public:
     static BRIX::TypeInfo Create() { return BRIX::TypeInfo(std::make_unique<Self>()); }
 
     BRIX::any defaultConstruct() const override { return V(); }
-    bool isEqualTo(BRIX::any const& a, BRIX::any const& b) const override
-    {
-        if (a.empty() || b.empty())
-            return a.empty() == b.empty();
-        return Equal()(valueOf(a), valueOf(b));
-    }
-    bool isLessThan(BRIX::any const& a, BRIX::any const& b) const override
-    {
-        if (a.empty() || b.empty())
-            return a.empty() && !b.empty();
-        return Less()(valueOf(a), valueOf(b));
-    }
     std::unique_ptr<BRIX::Type> clone() const override
     {
         return std::make_unique<Self>(static_cast<Self const&>(*this));
@@ -52,28 +38,6 @@ protected:
         return *v;
     }
 };
-
-namespace internal {
-
-// NaN equals NaN and sorts after every number, so that float values can key
-// ordered containers and a rewrite of NaN is no change.
-struct SameFloat {
-    template <class V>
-    bool operator()(V a, V b) const
-    {
-        return a.value() == b.value() || (std::isnan(a.value()) && std::isnan(b.value()));
-    }
-};
-
-struct FloatBefore {
-    template <class V>
-    bool operator()(V a, V b) const
-    {
-        return !std::isnan(a.value()) && (std::isnan(b.value()) || a.value() < b.value());
-    }
-};
-
-} // namespace internal
 
 // "true" or "false", nothing else.
 class TAV_EXPORT BooleanTypeInfo final : public ValueTypeInfo<BooleanTypeInfo, Boolean> {
@@ -97,22 +61,19 @@ public:
 };
 
 // The floats: "inf", "-inf", "NaN", or the shortest text that reads back exactly.
-template <class Self, class V>
-using FloatTypeInfo = ValueTypeInfo<Self, V, internal::SameFloat, internal::FloatBefore>;
-
-class TAV_EXPORT DoubleTypeInfo final : public FloatTypeInfo<DoubleTypeInfo, Double> {
+class TAV_EXPORT DoubleTypeInfo final : public ValueTypeInfo<DoubleTypeInfo, Double> {
 public:
     BRIX::any convertFromString(std::string const& text, BRIX::ErrorHolder& errors) const override;
     std::string convertToString(BRIX::any const& value) const override;
 };
 
-class TAV_EXPORT RealTypeInfo final : public FloatTypeInfo<RealTypeInfo, Real> {
+class TAV_EXPORT RealTypeInfo final : public ValueTypeInfo<RealTypeInfo, Real> {
 public:
     BRIX::any convertFromString(std::string const& text, BRIX::ErrorHolder& errors) const override;
     std::string convertToString(BRIX::any const& value) const override;
 };
 
-class TAV_EXPORT SingleTypeInfo final : public FloatTypeInfo<SingleTypeInfo, Single> {
+class TAV_EXPORT SingleTypeInfo final : public ValueTypeInfo<SingleTypeInfo, Single> {
 public:
     BRIX::any convertFromString(std::string const& text, BRIX::ErrorHolder& errors) const override;
     std::string convertToString(BRIX::any const& value) const override;
