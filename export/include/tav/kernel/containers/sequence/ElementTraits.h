@@ -3,7 +3,7 @@
 // How a typed sequence turns its element type into the untyped Ref and back:
 // object handles travel as their counted object, values as a counted copy.
 
-#include <tav/TAV/HandleBase.h>
+#include <tav/kernel/family/HandleBase.h>
 #include <tav/TAV/NSInterface/ClassObjectIntf.h>
 #include <tav/kernel/util/Ref.h>
 
