@@ -52,8 +52,8 @@ class HandleEmitter(Common):
             body.append(f"operator Immutable{a.name}() const;")
         body.append(f"NSInterface::{X}* internal_intf() const;")
         body.append(f"friend bool operator==({I} const& a, {I} const& b) {{ return a.internal_sameObject(b); }}")
-        for c, op in read:
-            body.append(self.handle_decl(op))
+        for op in self.accessor_notes(op for _, op in read):
+            body.append(op if isinstance(op, str) else self.handle_decl(op))
         d.append(f"\nclass TAV_EXPORT {I} : public {base} {{\npublic:\n{indent(chr(10).join(body))}\n}};\n")
         body = ["// Marks the mutable handles for the explicit conversions between them.",
                 "using MutableHandleTag = void;",
@@ -64,8 +64,8 @@ class HandleEmitter(Common):
                 f"explicit {M}(H const& aOther) : {I}(static_cast<ImmutableObject const&>(aOther)) {{}}"]
         for a in mm.ancestors(cls):
             body.append(f"operator {a.name}() const;")
-        for c, op in write:
-            body.append(self.handle_decl(op))
+        for op in self.accessor_notes(op for _, op in write):
+            body.append(op if isinstance(op, str) else self.handle_decl(op))
         d.append(f"class TAV_EXPORT {M} : public {I} {{\npublic:\n{indent(chr(10).join(body))}\n}};\n")
         d.append(f"}} // namespace {self.ns}\n")
         self.files[f"export/include/{self.root}/detail/{cls.name}_hdecl.h"] = "\n".join(d)

@@ -74,8 +74,8 @@ class InterfaceEmitter(Common):
                 "// This metaclass's rows, for reflection and the cross-model check.",
                 "static const IntrospectiveMethods sIntrospectiveMethods;", ""]
         inherited = self.inherited_keys(cls)
-        for op in ops:
-            body.append(self.intf_decl(op, override=sig_key(op) in inherited))
+        for op in self.accessor_notes(ops):
+            body.append(op if isinstance(op, str) else self.intf_decl(op, override=sig_key(op) in inherited))
         if red:
             body.append("")
             body.append("// Reached through more than one base: one name for both.")

@@ -61,6 +61,7 @@ class Op:
     static: bool = False
     frame: bool = False             # object-side operation of the frame
     override: bool = False          # replaces an ancestor's operation; body hand-maintained
+    plan: Optional["PropPlan"] = field(default=None, repr=False, compare=False)  # the property it serves
 
     def signature(self, qualify: str = "", with_names: bool = True) -> str:
         ps = ", ".join(f"{t} {n}" if with_names and n else t for t, n in self.params)
@@ -163,6 +164,10 @@ class Plans:
         self.mm = mm
         self.props: Dict[str, List[PropPlan]] = {
             c.name: [plan_prop(mm, p) for p in c.props] for c in mm.all_classes}
+        for plans in self.props.values():
+            for pl in plans:
+                for op in pl.ops:
+                    op.plan = pl
 
     def declared_ops(self, cls: Type) -> List[Op]:
         """Operations the description declares; bodies are hand-maintained unless pending."""
