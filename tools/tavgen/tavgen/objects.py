@@ -66,7 +66,7 @@ class ObjectEmitter(Common):
         p.depth += 1
         p('static constexpr family::ClassIdentity kIdentity{"$pkg", "$cls"};', pkg=mm.package)
         p("static auto metaSlot() { return staticGet${cls}Meta(); }\n")
-        p("~$St() override;")
+        p("$St();\n~$St() override;")
         p("void internal_deviationAssign(Deviant aDeviant, NSInterface::ObjectIntf* aSource, Deviant aSourceDeviant) override;\n")
         for c, op in sops:
             used = self.fill(op.state, bits, cls, c, op)
@@ -100,6 +100,7 @@ class ObjectEmitter(Common):
         key = f"family::upcast<NSInterface::{intf(frame)}>(static_cast<NSInterface::{intf(cls)}*>({{}}))"
         p("$banner\n\n#include \"$K/NSImplementation/${cls}Impl.h\"\n\nnamespace $NS::NSImplementation {\n")
         p("${cls}Impl::~${cls}Impl() = default;\n")
+        p("$St::$St() = default;\n")
         if sparse:
             with p.scope("$St::~$St()\n{", "}\n"):
                 p.each([f"NSInterface::{intf(frame)} const* key = {key.format('this')};"])

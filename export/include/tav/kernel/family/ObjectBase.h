@@ -123,14 +123,16 @@ public:
     std::int32_t refCount = 0;
 
 protected:
-    State const* readState(Deviant aDeviant) const
+    [[gnu::flatten]] State const* readState(Deviant aDeviant) const
     {
         NSInterface::ObjectIntf const* o = deviations.read(aDeviant, rootDeviant);
         if (!Deviant::isRealState(o)) [[unlikely]]
-            return &State::empty();
+            return emptyState();
         return static_cast<State const*>(fromCanonical<Intf>(o));
     }
-    State* writeState(Deviant aDeviant) const
+    // Out of the read path, so that the common case stays small enough to inline.
+    [[gnu::cold, gnu::noinline]] static State const* emptyState() { return &State::empty(); }
+    [[gnu::flatten]] State* writeState(Deviant aDeviant) const
     {
         NSInterface::ObjectIntf* o = const_cast<ObjectBase*>(this)->deviations.write(aDeviant, rootDeviant, sStateFactory);
         return Deviant::isRealState(o) ? static_cast<State*>(fromCanonical<Intf>(o)) : nullptr;
