@@ -102,8 +102,9 @@ void Deviant::setStateOfObject(ObjectIntf* object, ObjectIntf* state) const
 
 void Deviant::saveOldStateOfObject(ObjectIntf* object, ObjectIntf* state) const
 {
-    if (!fImpl || fImpl->transactionDepth < 1)
+    if (!fImpl)
         return;
+    // A foreign object is refused even where there would be nothing to do.
     assertSameModel(object);
     internal::saveOldState(fImpl, object, state);
 }
@@ -234,7 +235,7 @@ bool Deviant::enterNotify(ObjectIntf* object, char const* operation) const
     if (fImpl->withinUndoOrRedoOrCancel)
         return false;
     if (sAssertionsEnabled)
-        internal_assertWritable(object);
+        assertWritableObject(object);
     if (fImpl->id != 0)
         internalAssertAlways((std::string(operation) + " on non root deviant").c_str());
     return true;

@@ -12,6 +12,7 @@ class DeviantManager;
 struct IntrospectiveMethods;
 
 namespace NSInterface {
+class ClassObjectIntf;
 class ModelIntf;
 class ObjectIntf;
 }
@@ -21,6 +22,7 @@ class DeviantImpl;
 }
 
 class Deviant;
+class Deviations;
 
 // Checks of change tracking. Objects are named by their canonical ObjectIntf*
 // (reached along the first-base chain), the identity the whole runtime uses.
@@ -36,10 +38,11 @@ public:
     static void internalAssert(bool condition, char const* message);
     static void internalAssertAlways(char const* message);
 
-    // The object form: writes need an open transaction.
-    void internal_assertWritable(NSInterface::ObjectIntf const* object) const;
-    // The state form: also allowed while a change set is replayed.
-    void internal_assertWritableState(NSInterface::ObjectIntf const* state) const;
+    // Writes to a class object need an open transaction.
+    void internal_assertWritable(NSInterface::ClassObjectIntf const* object) const;
+    // Writes to a state are also allowed while a change set is replayed; a
+    // state that is a class object goes on to the form above.
+    void internal_assertWritable(NSInterface::ObjectIntf const* state) const;
     void assertObjectNotPresentInDeviant(NSInterface::ObjectIntf const* object) const;
     void assertObjectAlreadyCreated(NSInterface::ObjectIntf const* object) const;
     static void assertThatModelHasBeenDestroyed(NSInterface::ObjectIntf const* object);
@@ -47,7 +50,14 @@ public:
 protected:
     explicit DeviantAssertions(internal::DeviantImpl* impl = nullptr) : fImpl(impl) {}
 
+    // The class-object check on the canonical pointer, which is all that the
+    // deviations record of an object holds.
+    void assertWritableObject(NSInterface::ObjectIntf const* object) const;
+
     internal::DeviantImpl* fImpl;
+
+private:
+    friend class Deviations;
 };
 
 // A view of one model: one word on the deviant's implementation. A null
