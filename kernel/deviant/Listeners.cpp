@@ -1,5 +1,7 @@
 #include "kernel/deviant/ChangeTracking.h"
 
+#include <tav/TAV/NSInterface/ClassObjectIntf.h>
+#include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/deviant/Listeners.h>
 
 #include <algorithm>
@@ -249,6 +251,24 @@ void Deviant::unregisterObjectDeletionListener(ObjectDeletionListener* listener)
     auto const it = std::find(live.begin(), live.end(), listener);
     if (it != live.end())
         live.erase(it);
+}
+
+void Deviant::removeObjectFromModel(NSInterface::ObjectIntf* object) const
+{
+    internalAssert(fImpl != nullptr, "removeObjectFromModel on null deviant.");
+    if (!fImpl)
+        return;
+    if (fImpl->manager)
+        fImpl->manager->removeObjectFromModel(object);
+    // The model's index of the object is dropped with the models' own code.
+    auto* const classObject = static_cast<NSInterface::ClassObjectIntf*>(
+        object->cast(CooperativeVisitor::internal::classInfo<NSInterface::ClassObjectIntf>()));
+    auto const copy = fImpl->objectDeletionListeners;
+    for (ObjectDeletionListener* listener : copy) {
+        auto const& live = fImpl->objectDeletionListeners;
+        if (std::find(live.begin(), live.end(), listener) != live.end())
+            swallowing([&] { listener->onObjectDeleted(classObject); });
+    }
 }
 
 void Deviant::setExceptionPolicy(ListenerExceptionPolicy policy) const

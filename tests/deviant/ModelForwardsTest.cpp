@@ -7,6 +7,9 @@
 
 #include <tav/TAV/Model_h.h>
 #include <tav/TAV/NSInterface/ModelIntf.h>
+#include <tav/kernel/deviant/Listeners.h>
+
+#include <functional>
 
 namespace TAV::test {
 namespace {
@@ -52,6 +55,31 @@ TEST_F(FamilyTest, CompositionCyclesFollowTheContainerChain)
     open(root);
     ia->removeContainerTAV(root);
     close(root);
+}
+
+TEST_F(FamilyTest, ObjectDeletionListenersHearOfRemovalsAndMayUnregisterOthers)
+{
+    struct Deletions : ObjectDeletionListener {
+        std::vector<NSInterface::ClassObjectIntf*> seen;
+        std::function<void()> then;
+        void onObjectDeleted(NSInterface::ClassObjectIntf* object) override
+        {
+            seen.push_back(object);
+            if (then)
+                then();
+        }
+    } first, second;
+    Class c = newClass();
+    NSInterface::ClassObjectIntf* const object = family::selfCanonical(c.internal_intf());
+    root.addObjectToModel(object);
+    root.registerObjectDeletionListener(&first);
+    root.registerObjectDeletionListener(&second);
+    first.then = [&] { root.unregisterObjectDeletionListener(&second); };
+    root.removeObjectFromModel(object);
+    EXPECT_FALSE(manager.containsObject(object));
+    EXPECT_EQ(first.seen, std::vector<NSInterface::ClassObjectIntf*>{object});
+    EXPECT_TRUE(second.seen.empty()) << "unregistered during the walk";
+    root.unregisterObjectDeletionListener(&first);
 }
 
 } // namespace

@@ -207,5 +207,32 @@ TEST_F(ChangeTrackingTest, NamedDeviantTransactionsAreApartFromRootsAndKeepNoHis
     EXPECT_THAT(failureOf([&] { alpha.undo(); }), HasSubstr("undo on non-root deviant"));
 }
 
+// Both classification tables, row by row: (target, present) -> kind.
+TEST(ReportOfChangesTest, ClassificationFollowsTheTables)
+{
+    using TAV::ChangeKind;
+    CounterState real;
+    ObjectIntf *const r = &real, *const fb = Deviant::FallbackToRoot, *const inv = Deviant::InvalidObject;
+    ObjectIntf* const slots[] = {nullptr, fb, inv, r};
+    // Rows: target slot; columns: present slot, in the order of `slots`.
+    ChangeKind const replay[4][4] = {
+        {ChangeKind::None, ChangeKind::Modified, ChangeKind::None, ChangeKind::Removed},
+        {ChangeKind::Added, ChangeKind::Modified, ChangeKind::Added, ChangeKind::Modified},
+        {ChangeKind::None, ChangeKind::Removed, ChangeKind::None, ChangeKind::Removed},
+        {ChangeKind::Added, ChangeKind::Modified, ChangeKind::Added, ChangeKind::Modified},
+    };
+    ChangeKind const assignment[4][4] = {
+        {ChangeKind::None, ChangeKind::None, ChangeKind::None, ChangeKind::None},
+        {ChangeKind::None, ChangeKind::None, ChangeKind::None, ChangeKind::None},
+        {ChangeKind::None, ChangeKind::Removed, ChangeKind::None, ChangeKind::Removed},
+        {ChangeKind::Added, ChangeKind::Modified, ChangeKind::Added, ChangeKind::Modified},
+    };
+    for (int t = 0; t < 4; ++t)
+        for (int p = 0; p < 4; ++p) {
+            EXPECT_EQ(TAV::classifyChange(slots[p], slots[t]), replay[t][p]) << "target " << t << " present " << p;
+            EXPECT_EQ(TAV::classifyAssignment(slots[p], slots[t]), assignment[t][p]) << "target " << t << " present " << p;
+        }
+}
+
 } // namespace
 } // namespace tavtest

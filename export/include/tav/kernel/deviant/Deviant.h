@@ -170,6 +170,8 @@ public:
 
     // Enters the object in the model's object list (the manager's).
     void addObjectToModel(NSInterface::ObjectIntf* object) const;
+    // Takes it out again and tells the object-deletion listeners.
+    void removeObjectFromModel(NSInterface::ObjectIntf* object) const;
 
     void markObjectCreated(NSInterface::ObjectIntf* object) const;
     void notifyObjectIsAboutToChange(NSInterface::ObjectIntf* object) const;
