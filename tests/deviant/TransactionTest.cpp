@@ -22,6 +22,10 @@ TEST_F(ChangeTrackingTest, NestedTransactionsNeedAllCommitsAndOneCancelEndsThemA
     EXPECT_TRUE(root.commitTransaction());
     EXPECT_TRUE(root.isWithinTransaction());
     EXPECT_THAT(log, ElementsAre("o:begin"));
+    r.then = [&](std::string const& phase) {
+        EXPECT_EQ(phase, "observe");
+        EXPECT_FALSE(root.isWithinTransaction()) << "observers run outside the transaction";
+    };
     EXPECT_TRUE(root.commitTransaction());
     EXPECT_THAT(log, ElementsAre("o:begin", "o:observe", "o:end"));
     EXPECT_EQ(root.getUndoNameAt(0), "outer") << "the name of the first begin";
@@ -192,6 +196,10 @@ TEST_F(ChangeTrackingTest, DisabledUndoPushesNothingAndTellsOnlyTheEnd)
 TEST_F(ChangeTrackingTest, NamedDeviantTransactionsAreApartFromRootsAndKeepNoHistory)
 {
     Counter& c = make(1);
+    alpha.beginTransaction();
+    c.setValue(alpha, 9);
+    alpha.cancelTransaction();
+    EXPECT_TRUE(alpha.getObjectsDeviatingFromRoot()->empty()) << "a cancelled first write leaves no entry";
     root.beginTransaction();
     c.setValue(root, 2);
     write(c, 3, alpha);
