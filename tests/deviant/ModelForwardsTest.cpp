@@ -33,6 +33,10 @@ TEST_F(FamilyTest, ModelForwardsChangeTrackingToTheDeviantGiven)
     EXPECT_EQ(p.getName(), String("a"));
     m->setLastSavedChangeLevel(root, Integer(2));
     EXPECT_EQ(m->getLastSavedChangeLevel(root), Integer(2));
+    m->beginTransaction(root);
+    p.setName(String("b"));
+    m->commitTransaction(root);
+    EXPECT_EQ(root.getUndoNameAt(0), "") << "the unnamed form";
     EXPECT_TAV_THROW(m->allowExceptions(root, Boolean(true)), "Model must be empty");
     root.clearUndoStack();
     manager.setModel(nullptr);

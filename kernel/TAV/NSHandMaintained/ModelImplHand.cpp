@@ -31,6 +31,11 @@ void ModelIntf::beginTransaction(Deviant aDeviant, String const& aName)
     aDeviant.beginTransaction(aName.c_str());
 }
 
+void ModelIntf::beginTransaction(Deviant aDeviant)
+{
+    aDeviant.beginTransaction();
+}
+
 Boolean ModelIntf::commitTransaction(Deviant aDeviant)
 {
     return aDeviant.commitTransaction();
