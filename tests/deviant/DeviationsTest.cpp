@@ -26,8 +26,8 @@ protected:
             return std::string(dynamic_cast<Counter const*>(o) ? "Counter" : "");
         };
         hooks.objectIndex = [](ObjectIntf const* o, Deviant) -> long long {
-            auto const* counter = dynamic_cast<Counter const*>(o);
-            return counter ? counter->index : -1;
+            auto const* asCounter = dynamic_cast<Counter const*>(o);
+            return asCounter ? asCounter->index : -1;
         };
         counter = std::make_unique<Counter>(root, 7);
         Transaction t(root);
