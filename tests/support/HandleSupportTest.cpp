@@ -47,6 +47,14 @@ TEST(GenericRefTest, PrimitiveCopiesShareOneCountedHeapValue)
         EXPECT_EQ(Tracked::sLive, 1) << "the first reference still holds it";
         EXPECT_EQ(a, TAV::Generic::Ref::fromValue(Tracked(5))) << "primitives compare by value";
         EXPECT_FALSE(a == TAV::Generic::Ref::fromValue(Tracked(6)));
+        // Another module brings its own table, and its own functions, for the same type.
+        static TAV::Generic::RefOps const* sHere = a.ops;
+        TAV::Generic::RefOps otherModules = *a.ops;
+        otherModules.equals = [](void const* x, void const* y) { return sHere->equals(x, y); };
+        TAV::Generic::Ref fromThere = TAV::Generic::Ref::fromValue(Tracked(5));
+        fromThere.ops = &otherModules;
+        EXPECT_EQ(a, fromThere);
+        EXPECT_FALSE(a == TAV::Generic::Ref::fromValue(5)) << "another type";
         EXPECT_EQ(a.object(), nullptr);
     }
     EXPECT_EQ(Tracked::sLive, 0) << "the last release frees the copy";
