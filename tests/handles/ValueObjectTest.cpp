@@ -111,7 +111,7 @@ TEST_F(ValueObjectTest, EqualityIsByValueAndOrderIsByObject)
     EXPECT_FALSE(static_cast<ImmutableObject const&>(a) == static_cast<ImmutableObject const&>(b));
 }
 
-TEST_F(ValueObjectTest, DefaultValueIsAFreshValueOfTheSameType)
+TEST_F(ValueObjectTest, DefaultValuesAreFreshValues)
 {
     ValueObject const v = value(9);
     ValueObject const d(v.internal_intf()->getDefaultValue(Deviant()));
@@ -119,6 +119,10 @@ TEST_F(ValueObjectTest, DefaultValueIsAFreshValueOfTheSameType)
     EXPECT_NE(d.internal_intf(), v.internal_intf());
     EXPECT_EQ(TAVCast<int>(d), 7);
     EXPECT_EQ(d.getTypeInfo(), v.getTypeInfo());
+
+    Object const ofClassObject = newProperty().internal_intf()->getDefaultValue(root);
+    ASSERT_TRUE(isValueObject(ofClassObject));
+    EXPECT_EQ(TAVCast<String>(ofClassObject), String()) << "class objects default to the empty string";
 }
 
 TEST_F(ValueObjectTest, ValueClassesComeBackOnlyAsThemselves)
@@ -137,15 +141,7 @@ TEST_F(ValueObjectTest, ValueClassesComeBackOnlyAsThemselves)
     EXPECT_TAV_THROW(ExternalToolInfo{Object(newProperty())}, kNoMessage);
 }
 
-TEST_F(ValueObjectTest, ClassObjectsDefaultToTheEmptyString)
-{
-    Property const p = newProperty();
-    Object const d = p.internal_intf()->getDefaultValue(root);
-    ASSERT_TRUE(isValueObject(d));
-    EXPECT_EQ(TAVCast<String>(d), String());
-}
-
-TEST_F(ValueObjectTest, RegistryRefusesDuplicatesAndUnknownNames)
+TEST_F(ValueObjectTest, RegistryRefusesDuplicatesAndUnknownNamesAndDropsOnlyTheKernelsPrefix)
 {
     BRIX::TypeInfo const other = IntType::Create();
     EXPECT_TAV_THROW(TypeInfoRegistry::registerTypeInfo(kInt, other), kNoMessage);
@@ -153,17 +149,25 @@ TEST_F(ValueObjectTest, RegistryRefusesDuplicatesAndUnknownNames)
     EXPECT_FALSE(TypeInfoRegistry::hasType("tavtest.Unknown"));
     EXPECT_TAV_THROW(TypeInfoRegistry::getTypeInfo("tavtest.Unknown"), kNoMessage);
     EXPECT_FALSE(TypeInfoRegistry::getMetaType("tavtest.Unknown").isValid());
-}
 
-TEST_F(ValueObjectTest, ARefusedDataTypeLeavesItsDescriptionRegistered)
-{
-    char const* const name = "tavtest.Measured";
-    BRIX::TypeInfo const info = IntType::Create();
-    EXPECT_TAV_THROW(TypeInfoRegistry::registerMetaType(name, info, ImmutableDataType()), kNoMessage);
-    // The description is registered before the DataType is checked, and stays.
-    EXPECT_TRUE(TypeInfoRegistry::hasType(name));
-    EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
-    TypeInfoRegistry::unregisterTypeInfo(name);
+    TypeInfoRegistry::registerTypeInfo("tavtest.Domain.Int", IntType::Create());
+    EXPECT_TRUE(TypeInfoRegistry::hasType("tavtest.Domain.Int"));
+    EXPECT_FALSE(TypeInfoRegistry::hasType("Domain.Int"));
+    EXPECT_FALSE(TypeInfoRegistry::hasType("Int"));
+    TypeInfoRegistry::unregisterTypeInfo("tavtest.Domain.Int");
+    EXPECT_FALSE(TypeInfoRegistry::hasType("tavtest.Domain.Int"));
+
+    TypeInfoRegistry::registerTypeInfo("TAV.SequenceOfTavtest", IntType::Create());
+    EXPECT_TRUE(ValueObjectFactory::isValueObjectType("SequenceOfTavtest"));
+    TypeInfoRegistry::unregisterTypeInfo("SequenceOfTavtest");
+    EXPECT_FALSE(TypeInfoRegistry::hasType("TAV.SequenceOfTavtest"));
+    EXPECT_FALSE(TypeInfoRegistry::hasType("TAV.")) << "the prefix alone names nothing registered";
+
+    // A refused DataType: its description was registered before the check, and stays.
+    EXPECT_TAV_THROW(TypeInfoRegistry::registerMetaType("tavtest.Measured", other, ImmutableDataType()), kNoMessage);
+    EXPECT_TRUE(TypeInfoRegistry::hasType("tavtest.Measured"));
+    EXPECT_FALSE(TypeInfoRegistry::getMetaType("tavtest.Measured").isValid());
+    TypeInfoRegistry::unregisterTypeInfo("tavtest.Measured");
 }
 
 // Every value class, with what its MetaDataType and getMetaDataType answer,
@@ -216,22 +220,8 @@ TEST_F(ValueObjectTest, ValueClassesTravelAsObjectsAndFindTheirDataTypeByEitherF
         EXPECT_FALSE(TypeInfoRegistry::hasType("TAV." + name)) << name;
         EXPECT_FALSE(v.meta().isValid()) << name;
     }
-}
-
-TEST_F(ValueObjectTest, OnlyTheKernelsPrefixIsDroppedFromANamesKey)
-{
-    TypeInfoRegistry::registerTypeInfo("tavtest.Domain.Int", IntType::Create());
-    EXPECT_TRUE(TypeInfoRegistry::hasType("tavtest.Domain.Int"));
-    EXPECT_FALSE(TypeInfoRegistry::hasType("Domain.Int"));
-    EXPECT_FALSE(TypeInfoRegistry::hasType("Int"));
-    TypeInfoRegistry::unregisterTypeInfo("tavtest.Domain.Int");
-    EXPECT_FALSE(TypeInfoRegistry::hasType("tavtest.Domain.Int"));
-
-    TypeInfoRegistry::registerTypeInfo("TAV.SequenceOfTavtest", IntType::Create());
-    EXPECT_TRUE(ValueObjectFactory::isValueObjectType("SequenceOfTavtest"));
-    TypeInfoRegistry::unregisterTypeInfo("SequenceOfTavtest");
-    EXPECT_FALSE(TypeInfoRegistry::hasType("TAV.SequenceOfTavtest"));
-    EXPECT_FALSE(TypeInfoRegistry::hasType("TAV.")) << "the prefix alone names nothing registered";
+    EXPECT_FALSE(isDataType(newClass()));
+    EXPECT_FALSE(isDataType(ImmutableType()));
 }
 
 // A static_cast down from a virtual base is ill-formed.
@@ -246,13 +236,6 @@ TEST_F(ValueObjectTest, ObjectIntfIsAVirtualBaseOfTheValueInterface)
     EXPECT_NE(static_cast<void const*>(v.internal_intf()), static_cast<void const*>(v.internal_counted()))
         << "the handle holds the count of the virtual base";
     EXPECT_EQ(ValueObject(Object(v)).internal_intf(), v.internal_intf());
-}
-
-TEST_F(ValueObjectTest, DataTypesAreToldApartFromOtherTypes)
-{
-    EXPECT_TRUE(isDataType(newDataType()));
-    EXPECT_FALSE(isDataType(newClass()));
-    EXPECT_FALSE(isDataType(ImmutableType()));
 }
 
 } // namespace
