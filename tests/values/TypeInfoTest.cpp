@@ -203,7 +203,8 @@ TEST(TypeInfoTest, EachTypeComparesAsItsValuesDoNotAsItsTextAndDefaultsAsItsClas
         EXPECT_EQ(info.convertToString(value), defaultText);
         std::unique_ptr<BRIX::Type> const clone = info->clone();
         BRIX::Type const& copy = *clone;
-        EXPECT_EQ(typeid(copy), typeid(info.type()));
+        BRIX::Type const& original = info.type();
+        EXPECT_EQ(typeid(copy), typeid(original));
         EXPECT_EQ(copy.convertToString(value), defaultText);
         EXPECT_TRUE(info->isEqualTo(BRIX::any(), BRIX::any()));
         EXPECT_FALSE(info->isEqualTo(BRIX::any(), value));
