@@ -4,6 +4,12 @@ function(tav_apply_flags target)
         -Wall -Wextra -Werror
         # Traces name functions and lines in every configuration.
         -g)
+    # The clang build also guards what the layered interfaces invite: hidden names,
+    # bases without virtual destructors, overrides left unmarked, silent fall-through.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        target_compile_options(${target} INTERFACE
+            -Wshadow -Wnon-virtual-dtor -Wsuggest-override -Wimplicit-fallthrough)
+    endif()
     if(TAV_SANITIZE)
         target_compile_options(${target} INTERFACE
             -fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=all)

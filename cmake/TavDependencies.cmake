@@ -1,11 +1,9 @@
-# Every dependency comes from a Debian package installed by scripts/setup.
+# Every dependency comes from a Debian package installed by scripts/setup; a library
+# joins this list with the first code that uses it.
 find_package(Threads REQUIRED)
 find_package(Boost 1.74 REQUIRED COMPONENTS thread filesystem date_time stacktrace_backtrace)
-find_package(expat CONFIG REQUIRED)
 find_package(utf8cpp CONFIG REQUIRED)
 find_package(fmt CONFIG REQUIRED)
-find_package(PkgConfig REQUIRED)
-pkg_check_modules(PCRE2 REQUIRED IMPORTED_TARGET libpcre2-8 libpcre2-16)
 find_package(Python3 3.9 REQUIRED COMPONENTS Interpreter)
 
 if(TAV_BUILD_TESTS)

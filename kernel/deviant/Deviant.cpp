@@ -1,3 +1,4 @@
+#include "kernel/deviant/ChangeTracking.h"
 #include "kernel/deviant/DeviantInternal.h"
 
 #include <tav/TAV/NSInterface/ObjectIntf.h>
@@ -5,6 +6,7 @@
 #include <tav/kernel/deviant/Deviant.h>
 #include <tav/kernel/deviant/DeviantImpl.h>
 #include <tav/kernel/deviant/DeviantManager.h>
+#include <tav/kernel/deviant/Listeners.h>
 #include <tav/kernel/util/IntrospectiveMethods.h>
 
 namespace TAV {
@@ -32,6 +34,7 @@ DeviantImpl::DeviantImpl(std::string aName, DeviantManager* aManager, int aId)
 
 DeviantImpl::~DeviantImpl()
 {
+    deleteHolders(this);
     // Objects in these maps are still counted by them, so their states can go.
     for (ChangeSet* set : undoStack) {
         destroyStates(set->oldStates);
@@ -102,8 +105,9 @@ void Deviant::setStateOfObject(ObjectIntf* object, ObjectIntf* state) const
 
 void Deviant::saveOldStateOfObject(ObjectIntf* object, ObjectIntf* state) const
 {
-    if (!fImpl || fImpl->transactionDepth < 1)
+    if (!fImpl)
         return;
+    // A foreign object is refused even where there would be nothing to do.
     assertSameModel(object);
     internal::saveOldState(fImpl, object, state);
 }
@@ -196,6 +200,7 @@ void Deviant::remove() const
     fImpl->undoStack.clear();
     fImpl->undoPosition = 0;
     internal::destroyStates(*fImpl->objectsDeviating);
+    internal::deleteHolders(fImpl);
     fImpl->removed = true;
 }
 
@@ -234,7 +239,7 @@ bool Deviant::enterNotify(ObjectIntf* object, char const* operation) const
     if (fImpl->withinUndoOrRedoOrCancel)
         return false;
     if (sAssertionsEnabled)
-        internal_assertWritable(object);
+        assertWritableObject(object);
     if (fImpl->id != 0)
         internalAssertAlways((std::string(operation) + " on non root deviant").c_str());
     return true;

@@ -1,6 +1,6 @@
 #include "kernel/deviant/Raise.h"
 
-#include <tav/TAV/NSInterface/ObjectIntf.h>
+#include <tav/TAV/NSInterface/ClassObjectIntf.h>
 #include <tav/kernel/deviant/ClassObjectHooks.h>
 #include <tav/kernel/deviant/Deviant.h>
 #include <tav/kernel/deviant/DeviantImpl.h>
@@ -71,7 +71,12 @@ void DeviantAssertions::internalAssertAlways(char const* message)
         internal::raise(message, kSource, __LINE__);
 }
 
-void DeviantAssertions::internal_assertWritable(ObjectIntf const* object) const
+void DeviantAssertions::internal_assertWritable(NSInterface::ClassObjectIntf const* object) const
+{
+    assertWritableObject(object);
+}
+
+void DeviantAssertions::assertWritableObject(ObjectIntf const* object) const
 {
     if (!fImpl) {
         internalAssertAlways("cannot operate on null deviant");
@@ -91,7 +96,7 @@ void DeviantAssertions::internal_assertWritable(ObjectIntf const* object) const
     internalAssertAlways(message.c_str());
 }
 
-void DeviantAssertions::internal_assertWritableState(ObjectIntf const* state) const
+void DeviantAssertions::internal_assertWritable(ObjectIntf const* state) const
 {
     if (!fImpl) {
         internalAssertAlways("cannot operate on null deviant");
@@ -101,7 +106,7 @@ void DeviantAssertions::internal_assertWritableState(ObjectIntf const* state) co
         return;
     auto const isClassObject = internal::classObjectHooks().isClassObject;
     if (isClassObject && state && isClassObject(state)) {
-        internal_assertWritable(state);
+        assertWritableObject(state);
         return;
     }
     std::string const message = " Deviant '" + fImpl->name + "' not opened for transactions.\n";

@@ -3,6 +3,9 @@
 #include <tav/kernel/deviant/ClassObjectHooks.h>
 #include <tav/kernel/deviant/DeviantImpl.h>
 #include <tav/kernel/deviant/DeviantManager.h>
+#include <tav/kernel/deviant/DeviantManagerHelper.h>
+
+#include <utility>
 
 namespace TAV {
 
@@ -13,17 +16,24 @@ constexpr char kRootName[] = "root deviant";
 
 } // namespace
 
-DeviantManager::DeviantManager() : fRoot(new internal::DeviantImpl(kRootName, this, 0))
+DeviantManager::DeviantManager() : fRoot(new internal::DeviantImpl(kRootName, this, 0)), fHelper(new DeviantManagerHelper)
 {
     fDeviants.emplace(kRootName, fRoot);
 }
 
 DeviantManager::~DeviantManager()
 {
+    delete fHelper;
     for (auto const& [name, impl] : fDeviants)
         delete impl;
     for (internal::DeviantImpl* impl : fRetired)
         delete impl;
+}
+
+void DeviantManager::setHelper(DeviantManagerHelper* helper)
+{
+    if (helper != fHelper)
+        delete std::exchange(fHelper, helper);
 }
 
 Deviant DeviantManager::createDeviantWithName(std::string const& name)

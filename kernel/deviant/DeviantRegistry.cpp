@@ -1,5 +1,6 @@
 #include "kernel/deviant/Raise.h"
 
+#include <tav/TAV/Object_h.h>
 #include <tav/kernel/deviant/DeviantRegistry.h>
 #include <tav/kernel/util/ReferenceCountingIntf.h>
 
@@ -49,8 +50,10 @@ bool DeviantRegistry::isImmutable(Id id) const
     return id->isImmutable;
 }
 
-void DeviantRegistry::setIsImmutable(ReferenceCountingIntf* object, Deviant d, bool isImmutable)
+void DeviantRegistry::setIsImmutable(ImmutableObject const& handle, bool isImmutable)
 {
+    ReferenceCountingIntf* const object = handle.internal_counted();
+    Deviant const d = handle.getDeviant();
     auto const [first, last] = fRecords.equal_range(object);
     for (auto it = first; it != last; ++it)
         if (it->second.deviant == d) {

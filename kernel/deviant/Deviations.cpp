@@ -86,7 +86,7 @@ ObjectIntf* Deviations::write(Deviant d, Deviant objectRoot, StateFactory const&
     if (dv.isNull())
         return rootState;
     if (DeviantAssertions::sAssertionsEnabled)
-        dv.internal_assertWritable(owner);
+        dv.assertWritableObject(owner);
 
     ObjectIntf* const state = ownState(dv);
     if (state == nullptr || state == Deviant::FallbackToRoot) {

@@ -1,3 +1,4 @@
+#include "deviant/Counter.h"
 #include "support/DeviantFixture.h"
 
 #include <tav/kernel/deviant/DeviantRegistry.h>
@@ -90,8 +91,6 @@ TEST(DeviantManagerTest, RemovalChecksAndNullDeviantDefaults)
                 HasSubstr("passthrough domain.It could also be that the object was not created"));
 }
 
-struct Registered : TAV::ReferenceCountingIntf {};
-
 TEST(DeviantRegistryTest, IdsAreStablePerObjectDeviantAndMutabilityAndDieWithTheObject)
 {
     auto& registry = TAV::DeviantRegistry::instance();
@@ -103,7 +102,7 @@ TEST(DeviantRegistryTest, IdsAreStablePerObjectDeviantAndMutabilityAndDieWithThe
 
     TAV::DeviantRegistry::Id a, b;
     {
-        Registered object;
+        Counter object(root);
         EXPECT_EQ(registry.getId(nullptr, root, false), nullptr);
         a = registry.getId(&object, root, false);
         EXPECT_EQ(registry.getId(&object, root, false), a);
@@ -114,8 +113,8 @@ TEST(DeviantRegistryTest, IdsAreStablePerObjectDeviantAndMutabilityAndDieWithThe
         EXPECT_EQ(registry.getVariantInfo(b).second, named);
         EXPECT_FALSE(registry.isImmutable(a));
         EXPECT_TRUE(registry.isImmutable(b));
-        registry.setIsImmutable(&object, root, true);
-        EXPECT_TRUE(registry.isImmutable(a));
+        registry.setIsImmutable(TAV::ImmutableObject(&object, root), true);
+        EXPECT_TRUE(registry.isImmutable(a)) << "the handle names the record of its object and deviant";
     }
     EXPECT_EQ(sRetracted, (std::vector<TAV::DeviantRegistry::Id>{a, b})) << "the destructor retracts every record";
     registry.setRetractFunction(nullptr);

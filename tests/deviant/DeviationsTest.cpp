@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <memory>
 
 namespace tavtest {
@@ -25,8 +26,8 @@ protected:
             return std::string(dynamic_cast<Counter const*>(o) ? "Counter" : "");
         };
         hooks.objectIndex = [](ObjectIntf const* o, Deviant) -> long long {
-            auto const* counter = dynamic_cast<Counter const*>(o);
-            return counter ? counter->index : -1;
+            auto const* asCounter = dynamic_cast<Counter const*>(o);
+            return asCounter ? asCounter->index : -1;
         };
         counter = std::make_unique<Counter>(root, 7);
         Transaction t(root);
@@ -167,17 +168,39 @@ TEST_F(DeviationsTest, WritesOutsideATransactionNameDeviantAndObject)
 
 TEST_F(DeviationsTest, StateFormOfWritableCheckAllowsReplayAndStopsPlainStatesEarly)
 {
-    ObjectIntf* const state = counter->deviations.rootState;
-    EXPECT_THAT(failureOf([&] { root.internal_assertWritableState(state); }),
+    ObjectIntf const* const state = counter->deviations.rootState;
+    EXPECT_THAT(failureOf([&] { root.internal_assertWritable(state); }),
                 HasSubstr(" Deviant 'root deviant' not opened for transactions.\n at "));
     root.impl()->withinUndoOrRedoOrCancel = true;
-    EXPECT_EQ(failureOf([&] { root.internal_assertWritableState(state); }), "no failure");
-    EXPECT_THAT(failureOf([&] { root.internal_assertWritable(counter.get()); }), HasSubstr("not opened"))
-        << "the object form ignores replay";
+    EXPECT_EQ(failureOf([&] { root.internal_assertWritable(state); }), "no failure");
+    EXPECT_THAT(failureOf([&] { counter->setValue(root, 1); }), HasSubstr("not opened"))
+        << "an object's write ignores replay";
     root.impl()->withinUndoOrRedoOrCancel = false;
-    EXPECT_THAT(failureOf([&] { root.internal_assertWritableState(counter.get()); }),
+    EXPECT_THAT(failureOf([&] { root.internal_assertWritable(static_cast<ObjectIntf const*>(counter.get())); }),
                 HasSubstr("Attempt to modify object of type 'Counter'"))
         << "a class object goes on to the object form";
+}
+
+// Every operation that takes an object refuses one of another model first,
+// before any other check could let it through silently.
+TEST_F(DeviationsTest, ForeignObjectsAreRefusedByEveryOperationThatTakesAnObject)
+{
+    TAV::DeviantManager otherModel;
+    Counter foreign(otherModel.getRoot(), 3);
+    ObjectIntf* const f = &foreign;
+    std::function<void()> const operations[] = {
+        [&] { root.getStateOfObject(f); },
+        [&] { alpha.setStateOfObject(f, nullptr); },
+        [&] { root.saveOldStateOfObject(f, nullptr); },
+        [&] { root.getSavedOldStateOfObject(f); },
+        [&] { root.markObjectCreated(f); },
+        [&] { root.notifyObjectIsAboutToChange(f); },
+        [&] { root.notifyObjectIsAboutToBeDeleted(f); },
+        [&] { root.notifyObjectHasBeenAdded(f); },
+        [&] { alpha.wasObjectAddedThisTransaction(f); },
+    };
+    for (std::size_t i = 0; i < std::size(operations); ++i)
+        EXPECT_THAT(failureOf(operations[i]), HasSubstr("Unsafe cross-model interaction")) << "operation " << i;
 }
 
 TEST_F(DeviationsTest, SentinelsReportModelDestructionAndRemovedDeviants)

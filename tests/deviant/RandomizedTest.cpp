@@ -1,6 +1,7 @@
 // Random operation sequences checked after every step against a plain
 // reference model.
 
+#include "deviant/ChangeTrackingFixture.h"
 #include "deviant/Counter.h"
 #include "support/DeviantFixture.h"
 
@@ -138,6 +139,99 @@ TEST_F(RandomizedTest, DeviantsReadTheirOwnWritesAndRootsCommittedValue)
     EXPECT_GT(next, 300) << "the sequence did write";
     alpha.remove();
     beta.remove();
+}
+
+// Random begin/write/create/destroy/commit/cancel/undo/redo on a few
+// hundred objects, checked after every step against plain snapshots: each
+// history entry is the whole model before and after its transaction.
+TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
+{
+    using Snapshot = std::vector<std::optional<int>>;
+    struct Entry {
+        Snapshot before, after;
+        int level;
+    };
+    for (int i = 0; i < 300; ++i)
+        make(i);
+    Snapshot live(objects.size());
+    for (std::size_t i = 0; i < live.size(); ++i)
+        live[i] = static_cast<int>(i);
+    Snapshot atBegin;
+    std::vector<Entry> history;
+    int position = 0, level = 1, last = 1, depth = 0;
+    bool touched = false;
+    auto existing = [&](std::mt19937& random) -> std::optional<std::size_t> {
+        for (int tries = 0; tries < 20; ++tries)
+            if (std::size_t i = random() % live.size(); live[i])
+                return i;
+        return std::nullopt;
+    };
+
+    std::mt19937 random(20261123);
+    for (int step = 0; step < 4000; ++step) {
+        unsigned const op = random() % 100;
+        if (depth == 0 && op < 10) {
+            root.beginTransaction("t");
+            depth = 1;
+            atBegin = live;
+            touched = false;
+        } else if (depth == 0 && op < 15 && position > 0) {
+            root.undo();
+            live = history[--position].before;
+            std::swap(history[position].level, level);
+        } else if (depth == 0 && op < 20 && position < static_cast<int>(history.size())) {
+            root.redo();
+            live = history[position].after;
+            std::swap(history[position].level, level);
+            ++position;
+        } else if (depth > 0 && op < 60) {
+            if (auto i = existing(random)) {
+                int const value = static_cast<int>(random() % 5);
+                objects[*i].setValue(root, value);
+                touched |= live[*i] != value;
+                live[*i] = value;
+            }
+        } else if (depth > 0 && op < 64) {
+            Counter& c = make(0);
+            root.markObjectCreated(&c);
+            live.resize(objects.size());
+            live.back() = 0;
+            touched = true;
+        } else if (depth > 0 && op < 68) {
+            if (auto i = existing(random)) {
+                root.notifyObjectIsAboutToBeDeleted(&objects[*i]);
+                live[*i].reset();
+                touched = true;
+            }
+        } else if (depth > 0 && op < 72) {
+            root.beginTransaction("nested");
+            ++depth;
+        } else if (depth > 0 && op < 85) {
+            ASSERT_TRUE(root.commitTransaction());
+            if (--depth == 0 && touched) {
+                history.resize(position);
+                history.push_back(Entry{atBegin, live, level});
+                if (history.size() > 50)
+                    history.erase(history.begin());
+                position = static_cast<int>(history.size());
+                level = ++last;
+            }
+        } else if (depth > 0 && op < 90) {
+            root.cancelTransaction();
+            depth = 0;
+            live = atBegin;
+        }
+        live.resize(objects.size()); // snapshots from before an object was made lack it
+        ASSERT_EQ(root.getCurrentChangeLevel(), level) << "step " << step;
+        ASSERT_EQ(root.getUndoStackLength(), position) << "step " << step;
+        for (std::size_t i = 0; i < live.size(); ++i) {
+            ObjectIntf* const state = objects[i].deviations.rootState;
+            std::optional<int> const seen =
+                Deviant::isRealState(state) ? std::optional<int>(Counter::state(state)->value) : std::nullopt;
+            ASSERT_EQ(seen, live[i]) << "step " << step << " object " << i;
+        }
+    }
+    EXPECT_GT(last, 40) << "the sequence did commit";
 }
 
 } // namespace

@@ -1,27 +1,12 @@
 #include <tav/kernel/util/Asserter.h>
 
-#include <gtest/gtest.h>
+#include "support/Expect.h"
 
 #include <cstring>
 #include <string>
 
 using namespace TAV;
-
-namespace {
-
-template<class E, class F>
-E catchFrom(F&& f)
-{
-    try {
-        f();
-    } catch (const E& e) {
-        return e;
-    }
-    ADD_FAILURE() << "nothing thrown";
-    throw std::logic_error("nothing thrown");
-}
-
-} // namespace
+using tavtest::raised;
 
 TEST(Asserter, PassingChecksDoNothingAndLeaveTheBufferAlone)
 {
@@ -35,36 +20,28 @@ TEST(Asserter, PassingChecksDoNothingAndLeaveTheBufferAlone)
 
 TEST(Asserter, ComposesTheMessageOfEachKind)
 {
-    auto plain = catchFrom<Exception>([] { Asserter::Make(false).handle("kernel/a/B", 12, "x > 0"); });
+    auto plain = raised<Exception>([] { Asserter::Make(false).handle("kernel/a/B", 12, "x > 0"); });
     EXPECT_STREQ(plain.what(), "Assertion failed at kernel/a/B:12: x > 0");
     EXPECT_EQ(plain.GetID(), "fen:tav:assertion");
 
-    auto formatted = catchFrom<Exception>([] {
-        Asserter::Make<Exception>(false, "size %d of %s", 3, "list").handle("kernel/deviant/Deviant", 7, "");
-    });
-    EXPECT_STREQ(formatted.what(), "Assertion failed: size 3 of list at kernel/deviant/Deviant:7: ");
-    EXPECT_EQ(typeid(formatted), typeid(Exception));
+    EXPECT_RAISES_EXACTLY(
+        Asserter::Make<Exception>(false, "size %d of %s", 3, "list").handle("kernel/deviant/Deviant", 7, ""),
+        Exception, "Assertion failed: size 3 of list at kernel/deviant/Deviant:7: ");
 
-    auto always = catchFrom<Exception>([] {
-        Asserter::MakeAlways<Exception>("this code should not be hit").handle("k/C", 1, "");
-    });
-    EXPECT_STREQ(always.what(), "Assertion failed: this code should not be hit at k/C:1: ");
+    EXPECT_RAISES_EXACTLY(Asserter::MakeAlways<Exception>("this code should not be hit").handle("k/C", 1, ""),
+                          Exception, "Assertion failed: this code should not be hit at k/C:1: ");
 }
 
 TEST(Asserter, UnimplementedKeepsItsTypeThroughHandle)
 {
-    try {
-        Asserter::MakeAlways<UnImplementedException>("no %s yet", "merge").handle("m/M", 5, "");
-        FAIL() << "nothing thrown";
-    } catch (const UnImplementedException& e) {
-        EXPECT_STREQ(e.what(), "Assertion failed: no merge yet at m/M:5: ");
-    }
+    EXPECT_RAISES_EXACTLY(Asserter::MakeAlways<UnImplementedException>("no %s yet", "merge").handle("m/M", 5, ""),
+                          UnImplementedException, "Assertion failed: no merge yet at m/M:5: ");
 }
 
 TEST(Asserter, UnicodeAppendsItsTextAfterTheLocation)
 {
     const std::u16string text = u"Stra\u00dfe \u6a21\u578b";
-    auto e = catchFrom<ExceptionUnicode>([&] { AsserterEx<ExceptionUnicode>(false, text).handle("s/W", 9, "ok"); });
+    auto e = raised<ExceptionUnicode>([&] { AsserterEx<ExceptionUnicode>(false, text).handle("s/W", 9, "ok"); });
     EXPECT_EQ(e.GetUnicodeMessageTxt(), u"Assertion failed at s/W:9: ok\n" + text);
     EXPECT_EQ(e.GetID(), "");
     EXPECT_STREQ(e.what(), "");
@@ -75,7 +52,7 @@ TEST(Asserter, UserExceptionCarriesTheKeyAndTheLastBufferOnly)
 {
     std::strcpy(Asserter::fLogBuf, "left over");
     const BaseMsgID id("tav:messages", "TAV_Serializer_XmiReader_ReadError");
-    auto e = catchFrom<UserException>([&] { AsserterEx<UserException>(false, id).handle("x/Y", 3, "expr"); });
+    auto e = raised<UserException>([&] { AsserterEx<UserException>(false, id).handle("x/Y", 3, "expr"); });
     EXPECT_EQ(e.GetID(), "TAV_Serializer_XmiReader_ReadError");
     EXPECT_STREQ(e.what(), "left over");
 }
@@ -83,7 +60,7 @@ TEST(Asserter, UserExceptionCarriesTheKeyAndTheLastBufferOnly)
 TEST(Asserter, LongMessagesAreCutAt4096Characters)
 {
     const std::string longText(5000, 'z');
-    auto e = catchFrom<Exception>([&] { Asserter::Make<Exception>(false, "%s", longText.c_str()).handle("f", 2, ""); });
+    auto e = raised<Exception>([&] { Asserter::Make<Exception>(false, "%s", longText.c_str()).handle("f", 2, ""); });
     EXPECT_EQ(std::strlen(Asserter::fLogBuf), 4096u);
     EXPECT_EQ(std::string(e.what()), "Assertion failed: " + std::string(4096, 'z') + " at f:2: ");
 }
@@ -93,8 +70,8 @@ TEST(Asserter, ABrokenFormatClearsTheWholeBuffer)
     std::memset(Asserter::fLogBuf, 'q', sizeof Asserter::fLogBuf - 1);
     // A wide character that cannot be encoded in the C locale makes the formatter fail.
     const wchar_t unencodable[] = {0xD800, 0};
-    auto e = catchFrom<Exception>([&] { Asserter::Make<Exception>(false, "%ls", unencodable).handle("f", 3, ""); });
-    EXPECT_STREQ(e.what(), "Assertion failed:  at f:3: ");
+    EXPECT_RAISES_EXACTLY(Asserter::Make<Exception>(false, "%ls", unencodable).handle("f", 3, ""), Exception,
+                          "Assertion failed:  at f:3: ");
     for (char c : Asserter::fLogBuf)
         ASSERT_EQ(c, '\0');
 }

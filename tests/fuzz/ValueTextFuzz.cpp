@@ -28,6 +28,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <initializer_list>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -78,46 +79,15 @@ void valueFromString(String const& aText, std::initializer_list<char const*> aRe
     require(again.toString() == written, "text is not stable", written.toUtf8());
 }
 
-#define TAV_SCALAR_FUZZ(X, suffix)                                                                                     \
-    void fuzz##X(std::string const& aText)                                                                             \
-    {                                                                                                                  \
-        valueFromString<TAV::X>(String(aText), {"Unable to convert from string to " suffix "!"});                      \
-    }
-TAV_SCALAR_FUZZ(Boolean, "bool")
-TAV_SCALAR_FUZZ(Integer, "INT32_T")
-TAV_SCALAR_FUZZ(UnlimitedNatural, "UINT32_T")
-TAV_SCALAR_FUZZ(Real, "double")
-TAV_SCALAR_FUZZ(Double, "double")
-TAV_SCALAR_FUZZ(Single, "float")
-#undef TAV_SCALAR_FUZZ
+// Scalars and enumerations refuse bad text naming what they convert to.
+template <class V>
+void fuzzNamed(String const& aText, std::string const& aTarget)
+{
+    valueFromString<V>(aText, {("Unable to convert from string to " + aTarget + "!").c_str()});
+}
 
 constexpr std::initializer_list<char const*> kStructuredRefusals = {"Incorrect parameters count!",
                                                                    "Failed to convert string to type!"};
-
-void fuzzArgument(std::string const& aText)
-{
-    valueFromString<TAV::Argument>(String(aText), kStructuredRefusals);
-}
-
-void fuzzExternalToolInfo(std::string const& aText)
-{
-    valueFromString<TAV::ExternalToolInfo>(String(aText), kStructuredRefusals);
-}
-
-void fuzzTestDefaultValue(std::string const& aText)
-{
-    valueFromString<TAV::TestDefaultValue>(String(aText), kStructuredRefusals);
-}
-
-// The four enumerations share one description; each is read in turn.
-void fuzzEnumerations(std::string const& aBytes)
-{
-    String const text(aBytes);
-    valueFromString<TAV::VisibilityKind>(text, {"Unable to convert from string to VisibilityKind!"});
-    valueFromString<TAV::ParameterDirectionKind>(text, {"Unable to convert from string to ParameterDirectionKind!"});
-    valueFromString<TAV::PersistenceKind>(text, {"Unable to convert from string to PersistenceKind!"});
-    valueFromString<TAV::PackageMergeKind>(text, {"Unable to convert from string to PackageMergeKind!"});
-}
 
 // Text from a file is UTF-8 of any quality: valid text comes back byte for
 // byte, invalid text with replacement characters, and what String makes of it
@@ -153,30 +123,22 @@ void fuzzSplitCombine(std::string const& aBytes)
             String(combined).toUtf8());
 }
 
+template <class... V>
+bool registerAll()
+{
+    (TAV::TypeInfoRegistry::registerTypeInfo(V::getTypeName(), V::getTypeInfo()), ...);
+    return true;
+}
+
 // The first line names a type, the rest is the text; every value type of the
 // kernel is registered, under either form of its name.
 void fuzzValueObjectFactory(std::string const& aBytes)
 {
-    static bool const sRegistered = [] {
-        auto add = [](std::string const& name, BRIX::TypeInfo const& info) {
-            TAV::TypeInfoRegistry::registerTypeInfo(name, info);
-        };
-        add(TAV::Boolean::getTypeName(), TAV::Boolean::getTypeInfo());
-        add(TAV::Integer::getTypeName(), TAV::Integer::getTypeInfo());
-        add(TAV::UnlimitedNatural::getTypeName(), TAV::UnlimitedNatural::getTypeInfo());
-        add(TAV::Real::getTypeName(), TAV::Real::getTypeInfo());
-        add(TAV::Double::getTypeName(), TAV::Double::getTypeInfo());
-        add(TAV::Single::getTypeName(), TAV::Single::getTypeInfo());
-        add(TAV::String::getTypeName(), TAV::String::getTypeInfo());
-        add(TAV::Argument::getTypeName(), TAV::Argument::getTypeInfo());
-        add(TAV::ExternalToolInfo::getTypeName(), TAV::ExternalToolInfo::getTypeInfo());
-        add(TAV::TestDefaultValue::getTypeName(), TAV::TestDefaultValue::getTypeInfo());
-        add(TAV::VisibilityKind::getTypeName(), TAV::VisibilityKind::getTypeInfo());
-        add(TAV::ParameterDirectionKind::getTypeName(), TAV::ParameterDirectionKind::getTypeInfo());
-        add(TAV::PersistenceKind::getTypeName(), TAV::PersistenceKind::getTypeInfo());
-        add(TAV::PackageMergeKind::getTypeName(), TAV::PackageMergeKind::getTypeInfo());
-        return true;
-    }();
+    static bool const sRegistered = registerAll<TAV::Boolean, TAV::Integer, TAV::UnlimitedNatural, TAV::Real,
+                                                 TAV::Double, TAV::Single, TAV::String, TAV::Argument,
+                                                 TAV::ExternalToolInfo, TAV::TestDefaultValue, TAV::VisibilityKind,
+                                                 TAV::ParameterDirectionKind, TAV::PersistenceKind,
+                                                 TAV::PackageMergeKind>();
     (void)sRegistered;
 
     std::u16string const all = String(aBytes).str();
@@ -207,37 +169,45 @@ struct NamedConversion {
     Conversion run;
 };
 
+using Text = std::string const&;
 constexpr NamedConversion kConversions[] = {
-    {"Boolean", fuzzBoolean},
-    {"Integer", fuzzInteger},
-    {"UnlimitedNatural", fuzzUnlimitedNatural},
-    {"Real", fuzzReal},
-    {"Double", fuzzDouble},
-    {"Single", fuzzSingle},
+    {"Boolean", [](Text t) { fuzzNamed<TAV::Boolean>(String(t), "bool"); }},
+    {"Integer", [](Text t) { fuzzNamed<TAV::Integer>(String(t), "INT32_T"); }},
+    {"UnlimitedNatural", [](Text t) { fuzzNamed<TAV::UnlimitedNatural>(String(t), "UINT32_T"); }},
+    {"Real", [](Text t) { fuzzNamed<TAV::Real>(String(t), "double"); }},
+    {"Double", [](Text t) { fuzzNamed<TAV::Double>(String(t), "double"); }},
+    {"Single", [](Text t) { fuzzNamed<TAV::Single>(String(t), "float"); }},
     {"String", fuzzString},
-    {"Enumerations", fuzzEnumerations},
-    {"Argument", fuzzArgument},
-    {"ExternalToolInfo", fuzzExternalToolInfo},
-    {"TestDefaultValue", fuzzTestDefaultValue},
+    // The four enumerations share one description; each reads the text in turn.
+    {"Enumerations",
+     [](Text t) {
+         fuzzNamed<TAV::VisibilityKind>(String(t), "VisibilityKind");
+         fuzzNamed<TAV::ParameterDirectionKind>(String(t), "ParameterDirectionKind");
+         fuzzNamed<TAV::PersistenceKind>(String(t), "PersistenceKind");
+         fuzzNamed<TAV::PackageMergeKind>(String(t), "PackageMergeKind");
+     }},
+    {"Argument", [](Text t) { valueFromString<TAV::Argument>(String(t), kStructuredRefusals); }},
+    {"ExternalToolInfo", [](Text t) { valueFromString<TAV::ExternalToolInfo>(String(t), kStructuredRefusals); }},
+    {"TestDefaultValue", [](Text t) { valueFromString<TAV::TestDefaultValue>(String(t), kStructuredRefusals); }},
     {"SplitCombine", fuzzSplitCombine},
     {"ValueObjectFactory", fuzzValueObjectFactory},
 };
 
-constexpr Conversion conversionNamed(std::string_view aName)
+constexpr std::size_t indexNamed(std::string_view aName)
 {
-    for (NamedConversion const& c : kConversions)
-        if (c.name == aName)
-            return c.run;
-    return nullptr;
+    std::size_t i = 0;
+    while (i < std::size(kConversions) && kConversions[i].name != aName)
+        ++i;
+    return i;
 }
 
-constexpr Conversion kConversion = conversionNamed(TAV_FUZZ_CONVERSION);
-static_assert(kConversion, "TAV_FUZZ_CONVERSION names no conversion");
+constexpr std::size_t kConversion = indexNamed(TAV_FUZZ_CONVERSION);
+static_assert(kConversion < std::size(kConversions), "TAV_FUZZ_CONVERSION names no conversion");
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* aData, std::size_t aSize)
 {
-    kConversion(std::string(reinterpret_cast<char const*>(aData), aSize));
+    kConversions[kConversion].run(std::string(reinterpret_cast<char const*>(aData), aSize));
     return 0;
 }

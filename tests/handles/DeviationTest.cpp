@@ -90,6 +90,7 @@ TEST_F(FamilyTest, RootCommitKeepsNamedDeviantsOnTheOldState)
     inSecond.setName("own");
     close(second);
 
+    manager.getDeviantWithName("ghost"); // a null entry in the walk, which must not take (and drop) a copy
     open(root);
     p.setName("after");
     EXPECT_EQ(inNamed.getName(), String("before")) << "isolation while root's transaction is open";

@@ -24,6 +24,7 @@
 #include "FamilyFixture.h"
 #include "support/FakeTypes.h"
 
+#include <functional>
 #include <set>
 
 namespace TAV::test {
@@ -110,7 +111,7 @@ TEST_F(ValueObjectTest, EqualityIsByValueAndOrderIsByObject)
     EXPECT_FALSE(static_cast<ImmutableObject const&>(a) == static_cast<ImmutableObject const&>(b));
 }
 
-TEST_F(ValueObjectTest, DefaultValueIsAFreshValueOfTheSameType)
+TEST_F(ValueObjectTest, DefaultValuesAreFreshValues)
 {
     ValueObject const v = value(9);
     ValueObject const d(v.internal_intf()->getDefaultValue(Deviant()));
@@ -118,22 +119,14 @@ TEST_F(ValueObjectTest, DefaultValueIsAFreshValueOfTheSameType)
     EXPECT_NE(d.internal_intf(), v.internal_intf());
     EXPECT_EQ(TAVCast<int>(d), 7);
     EXPECT_EQ(d.getTypeInfo(), v.getTypeInfo());
+
+    Object const ofClassObject = newProperty().internal_intf()->getDefaultValue(root);
+    ASSERT_TRUE(isValueObject(ofClassObject));
+    EXPECT_EQ(TAVCast<String>(ofClassObject), String()) << "class objects default to the empty string";
 }
 
-TEST_F(ValueObjectTest, ValueClassesTravelAsObjectsAndComeBack)
+TEST_F(ValueObjectTest, ValueClassesComeBackOnlyAsThemselves)
 {
-    Object const i = Integer(-5);
-    EXPECT_EQ(TAVCast<Integer>(i), -5);
-    EXPECT_EQ(Integer(i), -5);
-    EXPECT_EQ(ValueObject(i).toString(), String("-5"));
-    EXPECT_EQ(ValueObject(i).getTypeInfo(), Integer::getTypeInfo());
-
-    Object const u = UnlimitedNatural(4294967295u);
-    EXPECT_EQ(ValueObject(u).toString(), String("*"));
-    EXPECT_EQ(String(Object(String("\u00e9t\u00e9"))), String("\u00e9t\u00e9"));
-    EXPECT_EQ(VisibilityKind(Object(VisibilityKind(VisibilityKind::Protected))), VisibilityKind::Protected);
-    EXPECT_EQ(ValueObject(Object(PackageMergeKind(PackageMergeKind::Extend))).toString(), String("exdend"));
-
     // With handles in sight, value classes still convert among themselves by number.
     EXPECT_EQ(Boolean(Double(2.0)), true);
     EXPECT_EQ(String(Double(0.5)), String("0.5"));
@@ -142,22 +135,13 @@ TEST_F(ValueObjectTest, ValueClassesTravelAsObjectsAndComeBack)
     // A value of one class is not a value of another, even of the same width.
     EXPECT_THROW(Double{Object(Real(1.5))}, BRIX::bad_any_cast);
     EXPECT_THROW(Integer{Object(VisibilityKind(VisibilityKind::Private))}, BRIX::bad_any_cast);
+    EXPECT_THROW(Argument{Object(ExternalToolInfo())}, BRIX::bad_any_cast);
+    EXPECT_THROW(TestDefaultValue{Object(Argument())}, BRIX::bad_any_cast);
     EXPECT_TAV_THROW(Integer{Object(newProperty())}, kNoMessage);
-
-    EXPECT_FALSE(TypeInfoRegistry::hasType(Boolean::getTypeName())) << "no registration needed";
-    EXPECT_TRUE(ValueObject(Object(Boolean(true))) == ValueObject(Object(Boolean(true))));
-    EXPECT_FALSE(ValueObject(Object(Boolean(true))) == ValueObject(Object(Boolean(false))));
+    EXPECT_TAV_THROW(ExternalToolInfo{Object(newProperty())}, kNoMessage);
 }
 
-TEST_F(ValueObjectTest, ClassObjectsDefaultToTheEmptyString)
-{
-    Property const p = newProperty();
-    Object const d = p.internal_intf()->getDefaultValue(root);
-    ASSERT_TRUE(isValueObject(d));
-    EXPECT_EQ(TAVCast<String>(d), String());
-}
-
-TEST_F(ValueObjectTest, RegistryRefusesDuplicatesAndUnknownNames)
+TEST_F(ValueObjectTest, RegistryRefusesDuplicatesAndUnknownNamesAndDropsOnlyTheKernelsPrefix)
 {
     BRIX::TypeInfo const other = IntType::Create();
     EXPECT_TAV_THROW(TypeInfoRegistry::registerTypeInfo(kInt, other), kNoMessage);
@@ -165,42 +149,60 @@ TEST_F(ValueObjectTest, RegistryRefusesDuplicatesAndUnknownNames)
     EXPECT_FALSE(TypeInfoRegistry::hasType("tavtest.Unknown"));
     EXPECT_TAV_THROW(TypeInfoRegistry::getTypeInfo("tavtest.Unknown"), kNoMessage);
     EXPECT_FALSE(TypeInfoRegistry::getMetaType("tavtest.Unknown").isValid());
+
+    TypeInfoRegistry::registerTypeInfo("tavtest.Domain.Int", IntType::Create());
+    EXPECT_TRUE(TypeInfoRegistry::hasType("tavtest.Domain.Int"));
+    EXPECT_FALSE(TypeInfoRegistry::hasType("Domain.Int"));
+    EXPECT_FALSE(TypeInfoRegistry::hasType("Int"));
+    TypeInfoRegistry::unregisterTypeInfo("tavtest.Domain.Int");
+    EXPECT_FALSE(TypeInfoRegistry::hasType("tavtest.Domain.Int"));
+
+    TypeInfoRegistry::registerTypeInfo("TAV.SequenceOfTavtest", IntType::Create());
+    EXPECT_TRUE(ValueObjectFactory::isValueObjectType("SequenceOfTavtest"));
+    TypeInfoRegistry::unregisterTypeInfo("SequenceOfTavtest");
+    EXPECT_FALSE(TypeInfoRegistry::hasType("TAV.SequenceOfTavtest"));
+    EXPECT_FALSE(TypeInfoRegistry::hasType("TAV.")) << "the prefix alone names nothing registered";
+
+    // A refused DataType: its description was registered before the check, and stays.
+    EXPECT_TAV_THROW(TypeInfoRegistry::registerMetaType("tavtest.Measured", other, ImmutableDataType()), kNoMessage);
+    EXPECT_TRUE(TypeInfoRegistry::hasType("tavtest.Measured"));
+    EXPECT_FALSE(TypeInfoRegistry::getMetaType("tavtest.Measured").isValid());
+    TypeInfoRegistry::unregisterTypeInfo("tavtest.Measured");
 }
 
-TEST_F(ValueObjectTest, ARefusedDataTypeLeavesItsDescriptionRegistered)
-{
-    char const* const name = "tavtest.Measured";
-    BRIX::TypeInfo const info = IntType::Create();
-    EXPECT_TAV_THROW(TypeInfoRegistry::registerMetaType(name, info, ImmutableDataType()), kNoMessage);
-    // The description is registered before the DataType is checked, and stays.
-    EXPECT_TRUE(TypeInfoRegistry::hasType(name));
-    EXPECT_FALSE(TypeInfoRegistry::getMetaType(name).isValid());
-    TypeInfoRegistry::unregisterTypeInfo(name);
-}
-
-// Every value class, with what its MetaDataType and getMetaDataType answer.
+// Every value class, with what its MetaDataType and getMetaDataType answer,
+// and a value other than its default, carried as a fresh Object.
 struct ValueClassRow {
     std::string const& (*name)();
     BRIX::TypeInfo const& (*info)();
     ImmutableDataType (*meta)();
     ImmutableDataType (*metaOfValue)();
-    Object (*object)();
+    std::function<Object()> object;
+    std::function<bool(Object const&)> isTheValue;
+    String text;
 };
 
 template <class V>
-ValueClassRow row()
+ValueClassRow row(V const& aValue)
 {
     return {&V::getTypeName, &V::getTypeInfo, &V::MetaDataType, [] { return V().getMetaDataType(); },
-            [] { return Object(V()); }};
+            [aValue] { return Object(aValue); },
+            [aValue](Object const& o) { return V(o) == aValue; }, aValue.toString()};
 }
 
-TEST_F(ValueObjectTest, ValueClassesFindTheirDataTypeByEitherFormOfTheirName)
+TEST_F(ValueObjectTest, ValueClassesTravelAsObjectsAndFindTheirDataTypeByEitherFormOfTheirName)
 {
+    Argument const argument(String("n"), Object(String("v")));
     for (ValueClassRow const& v :
-         {row<Boolean>(), row<Integer>(), row<UnlimitedNatural>(), row<Real>(), row<Double>(), row<Single>(),
-          row<String>(), row<Argument>(), row<ExternalToolInfo>(), row<TestDefaultValue>(), row<VisibilityKind>(),
-          row<ParameterDirectionKind>(), row<PersistenceKind>(), row<PackageMergeKind>()}) {
+         {row(Boolean(true)), row(Integer(-5)), row(UnlimitedNatural(UnlimitedNatural::kUnlimited)), row(Real(1.5)),
+          row(Double(-0.25)), row(Single(0.5f)), row(String("\u00e9t\u00e9")), row(argument),
+          row(ExternalToolInfo(String("t"), String("id"))), row(TestDefaultValue(argument)),
+          row(VisibilityKind(VisibilityKind::Protected)), row(ParameterDirectionKind(ParameterDirectionKind::Return)),
+          row(PersistenceKind(PersistenceKind::Transient)), row(PackageMergeKind(PackageMergeKind::Define))}) {
         std::string const& name = v.name();
+        EXPECT_TRUE(v.isTheValue(v.object())) << name;
+        EXPECT_EQ(ValueObject(v.object()).toString(), v.text) << name;
+        EXPECT_EQ(ValueObject(v.object()).getTypeInfo(), v.info()) << name;
         EXPECT_FALSE(v.meta().isValid()) << name << ": null until the metamodel registers it";
 
         DataType const meta = newDataType();
@@ -218,22 +220,8 @@ TEST_F(ValueObjectTest, ValueClassesFindTheirDataTypeByEitherFormOfTheirName)
         EXPECT_FALSE(TypeInfoRegistry::hasType("TAV." + name)) << name;
         EXPECT_FALSE(v.meta().isValid()) << name;
     }
-}
-
-TEST_F(ValueObjectTest, OnlyTheKernelsPrefixIsDroppedFromANamesKey)
-{
-    TypeInfoRegistry::registerTypeInfo("tavtest.Domain.Int", IntType::Create());
-    EXPECT_TRUE(TypeInfoRegistry::hasType("tavtest.Domain.Int"));
-    EXPECT_FALSE(TypeInfoRegistry::hasType("Domain.Int"));
-    EXPECT_FALSE(TypeInfoRegistry::hasType("Int"));
-    TypeInfoRegistry::unregisterTypeInfo("tavtest.Domain.Int");
-    EXPECT_FALSE(TypeInfoRegistry::hasType("tavtest.Domain.Int"));
-
-    TypeInfoRegistry::registerTypeInfo("TAV.SequenceOfTavtest", IntType::Create());
-    EXPECT_TRUE(ValueObjectFactory::isValueObjectType("SequenceOfTavtest"));
-    TypeInfoRegistry::unregisterTypeInfo("SequenceOfTavtest");
-    EXPECT_FALSE(TypeInfoRegistry::hasType("TAV.SequenceOfTavtest"));
-    EXPECT_FALSE(TypeInfoRegistry::hasType("TAV.")) << "the prefix alone names nothing registered";
+    EXPECT_FALSE(isDataType(newClass()));
+    EXPECT_FALSE(isDataType(ImmutableType()));
 }
 
 // A static_cast down from a virtual base is ill-formed.
@@ -248,13 +236,6 @@ TEST_F(ValueObjectTest, ObjectIntfIsAVirtualBaseOfTheValueInterface)
     EXPECT_NE(static_cast<void const*>(v.internal_intf()), static_cast<void const*>(v.internal_counted()))
         << "the handle holds the count of the virtual base";
     EXPECT_EQ(ValueObject(Object(v)).internal_intf(), v.internal_intf());
-}
-
-TEST_F(ValueObjectTest, DataTypesAreToldApartFromOtherTypes)
-{
-    EXPECT_TRUE(isDataType(newDataType()));
-    EXPECT_FALSE(isDataType(newClass()));
-    EXPECT_FALSE(isDataType(ImmutableType()));
 }
 
 } // namespace

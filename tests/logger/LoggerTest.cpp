@@ -5,7 +5,7 @@
 
 #include "foundation/CaptureConsole.h"
 
-#include <gtest/gtest.h>
+#include "support/Expect.h"
 
 #include <filesystem>
 #include <fstream>
@@ -63,7 +63,6 @@ TEST(LogLevel, NamesAndOrder)
     EXPECT_STREQ(LogLevel::getLevelName(3), "Unknown Level");
     EXPECT_STREQ(LogLevel::getLevelName(-1), "Unknown Level");
     EXPECT_LT(LogLevel(LogLevel::Fatal), LogLevel(LogLevel::Trace));
-    EXPECT_EQ(LogLevel(LogLevel::All).value(), 2147483647);
 }
 
 TEST_F(LoggerTest, ThresholdAndOffAreApplied)
@@ -107,17 +106,8 @@ TEST_F(LoggerTest, OffIsNeverOfferedAddingTwiceDeliversOnceAndLongMessagesAreCut
 
 TEST_F(LoggerTest, NullHandlersAreRefused)
 {
-    const std::pair<void (Logger::*)(LogHandler*), const char*> cases[] = {
-        {&Logger::addHandler, "Failed to register null LogHandler"},
-        {&Logger::removeHandler, "Failed to remove null LogHandler"}};
-    for (const auto& [operation, text] : cases) {
-        try {
-            (Logger::instance().*operation)(nullptr);
-            ADD_FAILURE() << "nothing thrown for " << text;
-        } catch (const Exception& e) {
-            EXPECT_NE(std::string(e.what()).find(text), std::string::npos) << e.what();
-        }
-    }
+    EXPECT_RAISES(Logger::instance().addHandler(nullptr), Exception, "Failed to register null LogHandler");
+    EXPECT_RAISES(Logger::instance().removeHandler(nullptr), Exception, "Failed to remove null LogHandler");
 }
 
 // Three handlers that, on each record, remove themselves, the others (and

@@ -2,7 +2,7 @@
 
 // A model-less set of deviants for tests of the runtime and of generated
 // classes: a manager with root and two named deviants, and transactions that
-// are only a depth (real begin/commit come with the transaction layer).
+// are only a depth: no listeners, no history, for tests of the states alone.
 
 #include <tav/TAV/NSInterface/ObjectIntf.h>
 #include <tav/kernel/deviant/ClassObjectHooks.h>

@@ -1,6 +1,6 @@
 #include <tav/serializer/utils/DatatypeStringRepresenter.h>
 
-#include <gtest/gtest.h>
+#include "support/Expect.h"
 
 #include <stdexcept>
 
@@ -9,22 +9,13 @@ namespace {
 using Fields = std::vector<std::u16string>;
 using TAV::Serializer::DatatypeStringRepresenter;
 
-std::string runtimeError(auto&& call)
-{
-    try {
-        call();
-    } catch (std::runtime_error const& e) {
-        return e.what();
-    }
-    return "no exception";
-}
-
 TEST(DatatypeStringRepresenterTest, EscapesOnlyBackslashAndBar)
 {
     EXPECT_EQ(DatatypeStringRepresenter::combineStrings({u"a|b", u"c"}), u"a\\|b|c");
     EXPECT_EQ(DatatypeStringRepresenter::combineStrings({u"x\\", u"", u"\u00e9"}), u"x\\\\||\u00e9");
     EXPECT_EQ(DatatypeStringRepresenter::combineStrings({u""}), u"");
-    EXPECT_EQ(runtimeError([] { DatatypeStringRepresenter::combineStrings({}); }), "Cannot combine zero strings");
+    EXPECT_RAISES_EXACTLY(DatatypeStringRepresenter::combineStrings({}), std::runtime_error,
+                          "Cannot combine zero strings");
 }
 
 TEST(DatatypeStringRepresenterTest, SplitsAtUnescapedBarsOnly)
@@ -35,8 +26,8 @@ TEST(DatatypeStringRepresenterTest, SplitsAtUnescapedBarsOnly)
     EXPECT_EQ(DatatypeStringRepresenter::splitString(u"a|"), (Fields{u"a", u""})) << "the last field may be empty";
     EXPECT_EQ(DatatypeStringRepresenter::splitString(u"||"), (Fields{u"", u"", u""}));
     for (std::u16string const text : {u"a\\", u"\\", u"a\\b|c", u"\\n"})
-        EXPECT_EQ(runtimeError([&] { DatatypeStringRepresenter::splitString(text); }),
-                  "Cannot split string: unexpected escape symbol");
+        EXPECT_RAISES_EXACTLY(DatatypeStringRepresenter::splitString(text), std::runtime_error,
+                              "Cannot split string: unexpected escape symbol");
 }
 
 TEST(DatatypeStringRepresenterTest, SplitUndoesCombine)

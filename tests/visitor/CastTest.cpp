@@ -36,36 +36,31 @@ struct Both : Left, Right {
 
 struct Unrelated : ReferenceCountingIntf {};
 
+// The entry of To in Self's table, reached through Via.
+template <class Self, class To, class Via = To>
+std::pair<internal::ClassInfo, internal::CastThunk> entry()
+{
+    return {classInfo<To>(),
+            [](void* p) -> void* { return static_cast<To*>(static_cast<Via*>(static_cast<Self*>(p))); }};
+}
+
 ClassMetaInfo const& leftInfo()
 {
-    static ClassMetaInfo const sInfo{
-        {classInfo<Left>(), [](void* p) -> void* { return p; }},
-        {classInfo<ReferenceCountingIntf>(),
-         [](void* p) -> void* { return static_cast<ReferenceCountingIntf*>(static_cast<Left*>(p)); }},
-    };
+    static ClassMetaInfo const sInfo{entry<Left, Left>(), entry<Left, ReferenceCountingIntf>()};
     return sInfo;
 }
 
 ClassMetaInfo const& rightInfo()
 {
-    static ClassMetaInfo const sInfo{
-        {classInfo<Right>(), [](void* p) -> void* { return p; }},
-        {classInfo<ReferenceCountingIntf>(),
-         [](void* p) -> void* { return static_cast<ReferenceCountingIntf*>(static_cast<Right*>(p)); }},
-    };
+    static ClassMetaInfo const sInfo{entry<Right, Right>(), entry<Right, ReferenceCountingIntf>()};
     return sInfo;
 }
 
 // Bases nearest first; the shared root is reached along the first base.
 ClassMetaInfo const& bothInfo()
 {
-    static ClassMetaInfo const sInfo{
-        {classInfo<Both>(), [](void* p) -> void* { return p; }},
-        {classInfo<Left>(), [](void* p) -> void* { return static_cast<Left*>(static_cast<Both*>(p)); }},
-        {classInfo<Right>(), [](void* p) -> void* { return static_cast<Right*>(static_cast<Both*>(p)); }},
-        {classInfo<ReferenceCountingIntf>(),
-         [](void* p) -> void* { return static_cast<ReferenceCountingIntf*>(static_cast<Left*>(static_cast<Both*>(p))); }},
-    };
+    static ClassMetaInfo const sInfo{entry<Both, Both>(), entry<Both, Left>(), entry<Both, Right>(),
+                                     entry<Both, ReferenceCountingIntf, Left>()};
     return sInfo;
 }
 

@@ -133,7 +133,9 @@ void commitTransientState(Deviations& aDeviations, Deviant aRoot, Deviant aDevia
     std::vector<Deviant> all;
     aRoot.getAllDeviants(all);
     for (Deviant d : all) {
-        if (d == aRoot)
+        // A name looked up but never created stands in the list as a null
+        // deviant, which could not take the copy.
+        if (d == aRoot || d.isNull())
             continue;
         if (d.isWithinTransaction() && d.getSavedOldStateOfObject(owner) == Deviant::FallbackToRoot) {
             // Its open change set must restore what root showed before; the walk ends here on purpose.

@@ -72,7 +72,9 @@ bool HandleBase::sameObjectSlow(HandleBase const& aOther) const
 
 void HandleBase::assertWritableSlow() const
 {
-    fDeviant.internal_assertWritable(static_cast<NSInterface::ObjectIntf const*>(fObject));
+    // Handles that write hold class objects.
+    fDeviant.internal_assertWritable(
+        static_cast<NSInterface::ClassObjectIntf const*>(static_cast<NSInterface::ObjectIntf const*>(fObject)));
 }
 
 } // namespace TAV

@@ -3,6 +3,7 @@
 #include <tav/TAV/ClassObject_h.h>
 #include <tav/TAV/Model_h.h>
 #include <tav/TAV/NSInterface/ModelIntf.h>
+#include <tav/kernel/deviant/DeviantManager.h>
 
 namespace TAV::NSInterface {
 
@@ -18,6 +19,94 @@ ClassObject ModelIntf::toMutable(Deviant aDeviant, ImmutableClassObject const& a
     if (object->getModelTAV(objectDeviant).internal_intf() != this)
         return ClassObject();
     return ClassObject(object, objectDeviant);
+}
+
+} // namespace TAV::NSInterface
+
+// The model's face of change tracking: each forwards to the deviant given.
+namespace TAV::NSInterface {
+
+void ModelIntf::beginTransaction(Deviant aDeviant, String const& aName)
+{
+    aDeviant.beginTransaction(aName.c_str());
+}
+
+void ModelIntf::beginTransaction(Deviant aDeviant)
+{
+    aDeviant.beginTransaction();
+}
+
+Boolean ModelIntf::commitTransaction(Deviant aDeviant)
+{
+    return aDeviant.commitTransaction();
+}
+
+void ModelIntf::cancelTransaction(Deviant aDeviant)
+{
+    aDeviant.cancelTransaction();
+}
+
+void ModelIntf::undo(Deviant aDeviant)
+{
+    aDeviant.undo();
+}
+
+void ModelIntf::undoToChangeLevel(Deviant aDeviant, Integer const& aChangeLevel)
+{
+    aDeviant.undoToChangeLevel(aChangeLevel);
+}
+
+void ModelIntf::redo(Deviant aDeviant)
+{
+    aDeviant.redo();
+}
+
+void ModelIntf::redoToChangeLevel(Deviant aDeviant, Integer const& aChangeLevel)
+{
+    aDeviant.redoToChangeLevel(aChangeLevel);
+}
+
+Integer ModelIntf::getCurrentChangeLevel(Deviant aDeviant) const
+{
+    return aDeviant.getCurrentChangeLevel();
+}
+
+Boolean ModelIntf::isValidUndoChangeLevel(Deviant aDeviant, Integer const& aChangeLevel) const
+{
+    return aDeviant.isValidUndoChangeLevel(aChangeLevel);
+}
+
+Boolean ModelIntf::isValidRedoChangeLevel(Deviant aDeviant, Integer const& aChangeLevel) const
+{
+    return aDeviant.isValidRedoChangeLevel(aChangeLevel);
+}
+
+Integer ModelIntf::getUndoStackLength(Deviant aDeviant) const
+{
+    return aDeviant.getUndoStackLength();
+}
+
+Integer ModelIntf::getRedoStackLength(Deviant aDeviant) const
+{
+    return aDeviant.getRedoStackLength();
+}
+
+// One number kept for the model's user, on the model's manager.
+void ModelIntf::setLastSavedChangeLevel(Deviant aDeviant, Integer const& aChangeLevel)
+{
+    if (DeviantManager* manager = aDeviant.getDeviantManager())
+        manager->lastSavedChangeLevel = aChangeLevel;
+}
+
+Integer ModelIntf::getLastSavedChangeLevel(Deviant aDeviant) const
+{
+    DeviantManager const* manager = aDeviant.getDeviantManager();
+    return manager ? manager->lastSavedChangeLevel : 0;
+}
+
+void ModelIntf::allowExceptions(Deviant aDeviant, Boolean const& aAllow)
+{
+    aDeviant.setExceptionPolicy(aAllow ? LetListenerExceptionsPass : SwallowListenerExceptions);
 }
 
 } // namespace TAV::NSInterface

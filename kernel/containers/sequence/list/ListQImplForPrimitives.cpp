@@ -43,7 +43,7 @@ void* ListQImplForPrimitives<T>::cast(CooperativeVisitor::internal::ClassInfo co
 template <class T>
 T const& ListQImplForPrimitives<T>::valueOrFail(Generic::Ref const& aValue) const
 {
-    if (!aValue.payload || !aValue.equals)
+    if (!aValue.payload || !aValue.isValue())
         Generic::checks::nullElement(this->generic_getKestName(true, false, nullptr).c_str(), kSource, __LINE__);
     return aValue.value<T>();
 }
@@ -188,7 +188,7 @@ void ListQImplForPrimitives<T>::generic_replace(Deviant const& aDeviant, int aIn
 template <class T>
 bool ListQImplForPrimitives<T>::generic_contains(Deviant const&, Generic::Ref aValue) const
 {
-    if (!aValue.payload || !aValue.equals)
+    if (!aValue.payload || !aValue.isValue())
         return false;
     return std::find(fElements.begin(), fElements.end(), aValue.value<T>()) != fElements.end();
 }
@@ -196,7 +196,7 @@ bool ListQImplForPrimitives<T>::generic_contains(Deviant const&, Generic::Ref aV
 template <class T>
 int ListQImplForPrimitives<T>::generic_removeAll(Deviant const& aDeviant, Generic::Ref aValue)
 {
-    if (!aValue.payload || !aValue.equals)
+    if (!aValue.payload || !aValue.isValue())
         return 0;
     T const& value = aValue.value<T>();
     int removed = 0;

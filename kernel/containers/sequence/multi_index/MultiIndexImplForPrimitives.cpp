@@ -36,7 +36,7 @@ namespace TAV::MultiIndexImplInternal {
 template <class T, bool aIsUnique, class Key>
 T const& MultiIndexImplForPrimitives<T, aIsUnique, Key>::castOrFail(Generic::Ref const& aValue) const
 {
-    if (!aValue.payload || !aValue.equals)
+    if (!aValue.payload || !aValue.isValue())
         Generic::checks::nullElement(this->generic_getKestName(true, false, nullptr).c_str(), kSource, __LINE__);
     return aValue.value<T>();
 }
@@ -44,7 +44,7 @@ T const& MultiIndexImplForPrimitives<T, aIsUnique, Key>::castOrFail(Generic::Ref
 template <class T, bool aIsUnique, class Key>
 std::optional<T> MultiIndexImplForPrimitives<T, aIsUnique, Key>::keyOf(Generic::Ref const& aValue) const
 {
-    if (!aValue.payload || !aValue.equals)
+    if (!aValue.payload || !aValue.isValue())
         return std::nullopt;
     return aValue.value<T>();
 }

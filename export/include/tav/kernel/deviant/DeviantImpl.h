@@ -21,9 +21,6 @@ namespace internal {
 class ListenerHolderBase;
 }
 
-// 0 lets exceptions of listeners pass; 1 swallows them.
-enum ListenerExceptionPolicy : int { LetListenerExceptionsPass = 0, SwallowListenerExceptions = 1 };
-
 // Models referred to across models, by the model object, with a count.
 using ReferredModels = std::map<NSInterface::ObjectIntf*, unsigned>;
 

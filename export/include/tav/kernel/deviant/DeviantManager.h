@@ -29,6 +29,10 @@ public:
     NSInterface::ModelIntf* getModel() const { return fModel; }
     Deviant getRoot() const { return Deviant(fRoot); }
     DeviantManagerHelper* getHelper() const { return fHelper; }
+    // Takes the helper over and deletes the one before.
+    void setHelper(DeviantManagerHelper* helper);
+    // One number that the model keeps for its user; no meaning here.
+    int lastSavedChangeLevel = 0;
 
     // Creating a name twice returns the existing deviant.
     Deviant createDeviantWithName(std::string const& name);
@@ -50,7 +54,7 @@ private:
     std::map<std::string, internal::DeviantImpl*> fDeviants;
     internal::DeviantImpl* fRoot;
     std::vector<internal::DeviantImpl*> fRetired;
-    DeviantManagerHelper* fHelper = nullptr;
+    DeviantManagerHelper* fHelper;
     std::unordered_set<NSInterface::ObjectIntf*> fObjects;
 };
 

@@ -9,6 +9,7 @@
 
 namespace TAV {
 
+class ImmutableObject;
 class ReferenceCountingIntf;
 
 // Identifiers handed to the host binding for (object, deviant, mutability).
@@ -29,7 +30,8 @@ public:
     Id getId(ReferenceCountingIntf* object, Deviant d, bool isImmutable);
     std::pair<ReferenceCountingIntf*, Deviant> getVariantInfo(Id id) const;
     bool isImmutable(Id id) const;
-    void setIsImmutable(ReferenceCountingIntf* object, Deviant d, bool isImmutable);
+    // Adds the record of the handle's object and deviant if there is none.
+    void setIsImmutable(ImmutableObject const& handle, bool isImmutable);
     void retract(ReferenceCountingIntf* object);
     void debugRetractCheck(ReferenceCountingIntf*) {}
 

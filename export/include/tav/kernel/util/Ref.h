@@ -4,25 +4,30 @@
 #include <tav/kernel/deviant/Deviant.h>
 #include <tav/kernel/util/ReferenceCountingIntf.h>
 
+#include <cstring>
 #include <new>
 #include <utility>
 
 namespace TAV::Generic {
 
+// How a Ref keeps and compares what it holds. Each module that makes refs has its own
+// copy of a type's table, so tables of one type are told apart by their type key.
+struct RefOps {
+    void (*retain)(void* payload, bool increment);
+    bool (*equals)(void const* a, void const* b); // null for class objects: identity
+    char const* typeKey;
+};
+
 // The type-erased element of untyped sequences: a counted class object with
 // its deviant, or a counted heap copy of a primitive value.
 struct Ref {
-    using RetainFn = void (*)(void* payload, bool increment);
-    using EqualsFn = bool (*)(void const* a, void const* b);
-
     void* payload = nullptr;
     Deviant deviant;
-    RetainFn retain = nullptr;
-    EqualsFn equals = nullptr;
+    RefOps const* ops = nullptr;
 
     Ref() = default;
 
-    Ref(ReferenceCountingIntf* object, Deviant d) : payload(object), deviant(d), retain(&retainObject)
+    Ref(ReferenceCountingIntf* object, Deviant d) : payload(object), deviant(d), ops(&sObjectOps)
     {
         retainObject(payload, true);
     }
@@ -32,20 +37,18 @@ struct Ref {
     {
         Ref ref;
         ref.payload = Box<T>::make(value);
-        ref.retain = &Box<T>::retain;
-        ref.equals = &Box<T>::equals;
+        ref.ops = &Box<T>::sOps;
         return ref;
     }
 
-    Ref(Ref const& other) : payload(other.payload), deviant(other.deviant), retain(other.retain), equals(other.equals)
+    Ref(Ref const& other) : payload(other.payload), deviant(other.deviant), ops(other.ops)
     {
-        if (retain)
-            retain(payload, true);
+        if (ops)
+            ops->retain(payload, true);
     }
 
     Ref(Ref&& other) noexcept
-        : payload(std::exchange(other.payload, nullptr)), deviant(other.deviant),
-          retain(std::exchange(other.retain, nullptr)), equals(std::exchange(other.equals, nullptr))
+        : payload(std::exchange(other.payload, nullptr)), deviant(other.deviant), ops(std::exchange(other.ops, nullptr))
     {
     }
 
@@ -53,18 +56,18 @@ struct Ref {
     {
         std::swap(payload, other.payload);
         std::swap(deviant, other.deviant);
-        std::swap(retain, other.retain);
-        std::swap(equals, other.equals);
+        std::swap(ops, other.ops);
         return *this;
     }
 
     ~Ref()
     {
-        if (retain)
-            retain(payload, false);
+        if (ops)
+            ops->retain(payload, false);
     }
 
-    ReferenceCountingIntf* object() const { return equals ? nullptr : static_cast<ReferenceCountingIntf*>(payload); }
+    bool isValue() const { return ops && ops->equals; }
+    ReferenceCountingIntf* object() const { return isValue() ? nullptr : static_cast<ReferenceCountingIntf*>(payload); }
 
     template <class T>
     T const& value() const
@@ -72,12 +75,16 @@ struct Ref {
         return static_cast<Box<T> const*>(payload)->value;
     }
 
-    // Class objects compare by pointer, primitives by their operator==.
+    // Class objects compare by pointer, primitives of one type by their operator==.
     friend bool operator==(Ref const& a, Ref const& b)
     {
-        if (a.equals != b.equals)
+        if (a.isValue() != b.isValue())
             return false;
-        return a.equals ? a.equals(a.payload, b.payload) : a.payload == b.payload;
+        if (!a.isValue())
+            return a.payload == b.payload;
+        if (a.ops != b.ops && std::strcmp(a.ops->typeKey, b.ops->typeKey) != 0)
+            return false;
+        return a.ops->equals(a.payload, b.payload);
     }
 
 private:
@@ -91,6 +98,7 @@ private:
         else
             object->decRef();
     }
+    static constexpr RefOps sObjectOps{&retainObject, nullptr, "object"};
 
     // The count word sits behind the value.
     template <class T>
@@ -111,6 +119,9 @@ private:
         {
             return static_cast<Box const*>(a)->value == static_cast<Box const*>(b)->value;
         }
+        // The same text in every module built by one compiler: it spells the type out.
+        static constexpr char const* typeKey() { return __PRETTY_FUNCTION__; }
+        static constexpr RefOps sOps{&retain, &equals, typeKey()};
     };
 };
 

@@ -27,6 +27,9 @@ public:
 
     // Set by DeviantRegistry, so that the destructor knows to retract.
     bool fRegistered = false;
+    // Set on a state at its first value in a sparse map (SparseMap); states
+    // without it need not look there.
+    mutable bool fInSparseMaps = false;
 };
 
 } // namespace TAV

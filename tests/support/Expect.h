@@ -1,0 +1,33 @@
+#pragma once
+
+// One way for every test to say "this call fails, in these words".
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+// `statement` raises `Type` whose text contains `text`.
+#define EXPECT_RAISES(statement, Type, text)                                                                       \
+    EXPECT_THAT([&] { statement; }, ::testing::ThrowsMessage<Type>(::testing::HasSubstr(text)))
+
+// `statement` raises `Type` whose text is exactly `text`.
+#define EXPECT_RAISES_EXACTLY(statement, Type, text)                                                               \
+    EXPECT_THAT([&] { statement; }, ::testing::ThrowsMessage<Type>(::testing::StrEq(text)))
+
+namespace tavtest {
+
+// The exception `call` raises, for a test that looks at more than its text.
+template <class E, class F>
+E raised(F&& call)
+{
+    try {
+        call();
+    } catch (E const& e) {
+        return e;
+    }
+    ADD_FAILURE() << "nothing raised";
+    throw std::logic_error("nothing raised");
+}
+
+} // namespace tavtest
