@@ -2,7 +2,7 @@
 // composition-cycle check.
 
 #include "handles/FamilyFixture.h"
-#include "kernel/TAV/NSHandMaintained/FamilySupport.h"
+#include <tav/kernel/family/Support.h>
 #include "kernel/TAV/NSImplementation/ModelImpl.h"
 
 #include <tav/TAV/Model_h.h>
