@@ -117,27 +117,18 @@ class Common:
         """The line every header of a description with imports starts with; none otherwise."""
         return [f"#include <{self.prelude_path()}>"] if self.mm.packages else []
 
+    @staticmethod
+    def types_in(ops: List[Op]):
+        return [t for op in ops for t in [op.ret] + [t for t, _ in op.params]]
+
     def handle_types_in(self, ops: List[Op]) -> Set[str]:
-        out = set()
-        for op in ops:
-            for ty in [op.ret] + [t for t, _ in op.params]:
-                base = ty.replace(" const&", "").replace("const ", "").strip()
-                if base.startswith("Immutable") and base[len("Immutable"):] in self.mm.by_name:
-                    out.add(base[len("Immutable"):])
-        return out
+        """The classes whose handles the operations take or give."""
+        return {t.handle.name for t in self.types_in(ops) if getattr(t, "handle", None)}
 
     def value_headers_in(self, ops: List[Op]) -> Set[str]:
-        out = set()
-        for op in ops:
-            for ty in [op.ret] + [t for t, _ in op.params]:
-                base = ty.replace(" const&", "").strip()
-                if base.startswith("TAV::"):
-                    t = self.mm.by_name.get(base[5:])
-                    if t and value_header(t):
-                        out.add(value_header(t))
-                elif base in ("Integer", "String", "Boolean"):
-                    out.add(f"tav/TAV/{base}.h")
-        return out
+        """The headers of the value classes the operations take or give."""
+        return {value_header(t.value) for t in self.types_in(ops)
+                if getattr(t, "value", None) and value_header(t.value)}
 
     def covered_by(self, cls: Type) -> List[Type]:
         return [cls] + self.mm.ancestors(cls)

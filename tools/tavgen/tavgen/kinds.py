@@ -30,7 +30,7 @@ def pending_ops(p: Prop) -> List[Op]:
     else:
         cpp = value_cpp(p.type) if p.is_value else himm(p.type)
         ops = [Op(f"has{U}", "bool", [D], True), Op(f"remove{U}", "void", [D], False, mutating=True),
-               Op(f"set{U}", "void", [D, (f"{cpp} const&", "aValue")], False, mutating=True),
+               Op(f"set{U}", "void", [D, (cpp.ref(), "aValue")], False, mutating=True),
                Op(f"get{U}", cpp, [D], True)]
     for op in ops:
         op.logic = pending(op.name, op.params, p.owner)
@@ -237,7 +237,7 @@ class SparseValue(Kind):
             Op(f"remove{U}", "void", [D], False, mutating=True, logic=(
                 f"if (!has{U}(aDeviant))\n    return;\n"
                 f"{p.name}_sparse().erase({key_w});")),
-            Op(f"set{U}", "void", [D, (f"{cpp} const&", "aValue")], False, mutating=True, logic=(
+            Op(f"set{U}", "void", [D, (cpp.ref(), "aValue")], False, mutating=True, logic=(
                 f"if (has{U}(aDeviant) && {getter}(aDeviant) == aValue)\n    return;\n"
                 f"{p.name}_sparse()[{key_w}] = aValue;")),
             Op(getter, cpp, [D], True, logic=(
@@ -282,7 +282,7 @@ class Value(Kind):
                              logic="(void)aDeviant;"))
             unchanged = f"if ({getter}(aDeviant) == aValue)\n    return;\n"
             store = f"{fname} = aValue;"
-        pl.ops.append(Op(f"set{U}", "void", [D, (f"{cpp} const&", "aValue")], False, mutating=True,
+        pl.ops.append(Op(f"set{U}", "void", [D, (cpp.ref(), "aValue")], False, mutating=True,
                          logic=unchanged + f"getWriteDeviantI(aDeviant, this)->set{U}(aDeviant, aValue);",
                          state=store))
         pl.ops.append(Op(getter, cpp, [D], True, pure=True, impl=f"return s->{fname};",
@@ -323,7 +323,7 @@ class Reference(Kind):
             f"{H} current = get{U}(aDeviant);\n"
             f"if (!current.internal_intf())\n    return;\n" + first +
             f"removeOnly{U}(aDeviant);\n" + last)))
-        ops.append(Op(f"set{U}", "void", [D, (f"{H} const&", "aValue")], False, mutating=True, logic=(
+        ops.append(Op(f"set{U}", "void", [D, (H.ref(), "aValue")], False, mutating=True, logic=(
             cross +
             f"if (has{U}(aDeviant) && get{U}(aDeviant) == aValue)\n    return;\n"
             f"setOnly{U}(aDeviant, aValue);\n" + push)))
@@ -334,7 +334,7 @@ class Reference(Kind):
             f"if (!current.internal_intf())\n    return;\n" + unrefer +
             f"getWriteDeviantI(aDeviant, this)->removeOnly{U}(aDeviant);"),
             state=f"{fname} = nullptr;"))
-        ops.append(Op(f"setOnly{U}", "void", [D, (f"{H} const&", "aValue")], False, mutating=True, logic=(
+        ops.append(Op(f"setOnly{U}", "void", [D, (H.ref(), "aValue")], False, mutating=True, logic=(
             cross +
             f"if (!aValue.internal_intf()) {{\n"
             f"    removeOnly{U}(aDeviant);\n    return;\n}}\n"
@@ -387,7 +387,7 @@ class ContainerEnd(Kind):
         else:
             ops.append(Op(f"has{U}", "bool", [D], True, logic="(void)aDeviant;\nreturn true;"))
             ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic="(void)aDeviant;"))
-        ops.append(Op(f"set{U}", "void", [D, (f"{H} const&", "aValue")], False, mutating=True, logic=(
+        ops.append(Op(f"set{U}", "void", [D, (H.ref(), "aValue")], False, mutating=True, logic=(
             cross +
             f"if (has{slot}(aDeviant) && get{U}(aDeviant) == aValue)\n    return;\n"
             f"setOnly{U}(aDeviant, aValue);\n" + push)))
@@ -398,7 +398,7 @@ class ContainerEnd(Kind):
                 f"removeOnly{slot}(aDeviant);")))
         else:
             ops.append(Op(f"removeOnly{U}", "void", [D], False, mutating=True, logic="(void)aDeviant;"))
-        ops.append(Op(f"setOnly{U}", "void", [D, (f"{H} const&", "aValue")], False, mutating=True, logic=(
+        ops.append(Op(f"setOnly{U}", "void", [D, (H.ref(), "aValue")], False, mutating=True, logic=(
             cross +
             f"if (!aValue.internal_intf()) {{\n"
             f"    removeOnly{slot}(aDeviant);\n    return;\n}}\n"

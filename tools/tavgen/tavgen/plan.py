@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import re
 from dataclasses import dataclass, field
 from typing import Dict, List, Optional, Tuple
 
@@ -18,18 +19,45 @@ def intf(t: Type) -> str:
     return "ObjectIntf" if t.handwritten else f"{t.name}Intf"
 
 
-def himm(t: Type) -> str:
-    return f"Immutable{t.name}"
+class CppType(str):
+    """A C++ type as written, knowing the metamodel type it names: the class of a handle, or the
+    primitive or enumeration of a value class. Emitters ask it what to include; nothing re-reads
+    the text."""
+
+    def __new__(cls, text: str, handle: Optional[Type] = None, value: Optional[Type] = None):
+        self = super().__new__(cls, text)
+        self.handle, self.value = handle, value
+        return self
+
+    def ref(self) -> "CppType":
+        return CppType(f"{self} const&", self.handle, self.value)
+
+
+def resolve_cpp(text: str, mm: Metamodel) -> CppType:
+    """A type written in the description (an operation's signature): what it names, found once here."""
+    words = re.findall(r"[A-Za-z_][\w:]*", text)
+    for w in words:
+        name = w.split("::")[-1]
+        t = mm.by_name.get(name[len("Immutable"):] if name.startswith("Immutable") else name)
+        if t is not None and t.is_class and name.startswith("Immutable"):
+            return CppType(text, handle=t)
+        if t is not None and not t.is_class and value_cpp(t):
+            return CppType(text, value=t)
+    return CppType(text)
+
+
+def himm(t: Type) -> CppType:
+    return CppType(f"Immutable{t.name}", handle=t)
 
 
 def hmut(t: Type) -> str:
     return t.name
 
 
-def value_cpp(t: Type) -> Optional[str]:
+def value_cpp(t: Type) -> Optional[CppType]:
     if t.kind == "enumeration":
-        return f"{t.home.namespace}::{t.name}"
-    return t.cpp
+        return CppType(f"{t.home.namespace}::{t.name}", value=t)
+    return CppType(t.cpp, value=t) if t.cpp else None
 
 
 def value_header(t: Type) -> Optional[str]:
@@ -143,10 +171,10 @@ def pending(name: str, params: List[Tuple[str, str]], owner: Type) -> str:
             f'family::notYetAvailable("{name}", "kernel/{owner.home.package}/NSImplementation/{owner.name}Impl", __LINE__);')
 
 
-def frame_ops() -> List[Op]:
+def frame_ops(mm: Metamodel) -> List[Op]:
     """The object side of the class-object frame, declared on the frame class."""
     D = ("Deviant", "aDeviant")
-    return [
+    ops = [
         Op("getMetaClass", "ImmutableClass", [D], True, pure=True, frame=True),
         Op("hasObjectIndex", "bool", [D], True, pure=True, frame=True),
         Op("removeObjectIndex", "void", [D], False, pure=True, mutating=True, frame=True),
@@ -154,6 +182,10 @@ def frame_ops() -> List[Op]:
            frame=True),
         Op("getObjectIndex", "Integer", [D], True, pure=True, frame=True),
     ]
+    for op in ops:
+        op.ret = resolve_cpp(op.ret, mm)
+        op.params = [(resolve_cpp(t, mm), n) for t, n in op.params]
+    return ops
 
 
 class Plans:
@@ -171,7 +203,8 @@ class Plans:
 
     def declared_ops(self, cls: Type) -> List[Op]:
         """Operations the description declares; bodies are hand-maintained unless pending."""
-        return [Op(o.name, o.ret, list(o.params), o.const, pure=o.pure, on_handle=False,
+        return [Op(o.name, resolve_cpp(o.ret, self.mm), [(resolve_cpp(t, self.mm), n) for t, n in o.params],
+                   o.const, pure=o.pure, on_handle=False,
                    logic=pending(o.name, o.params, cls) if o.pending else None)
                 for o in cls.operations]
 
@@ -184,7 +217,7 @@ class Plans:
         """What the class's interface declares itself (the hand-written root: what it has),
         in its `order` where it has one: the virtual layout is every domain library's interface."""
         groups: List[Tuple[str, List[Op]]] = [(o.name, [o]) for o in self.declared_ops(cls)]
-        groups += [(o.name, [o]) for o in (frame_ops() if cls.frame else [])]
+        groups += [(o.name, [o]) for o in (frame_ops(self.mm) if cls.frame else [])]
         groups += [(pl.prop.name, pl.ops) for pl in self.props[cls.name]]
         if not cls.order:
             return [op for _, g in groups for op in g]
