@@ -5,6 +5,7 @@ from __future__ import annotations
 from .common import Common, cstr, handle_header
 from .model import UNLIMITED, Metamodel, Prop, Type
 from .plan import intf
+from .printer import Printer
 
 
 class TableEmitter(Common):
@@ -16,94 +17,86 @@ class TableEmitter(Common):
     def desc_name(self, p: Prop) -> str:
         return f"s{p.owner.name}_{p.name}"
 
+    def row_flags(self, p: Prop) -> str:
+        flags = [b for f, b in (("readonly", "kReadOnly"), ("derived", "kDerived"), ("union", "kDerivedUnion"),
+                                ("composite", "kComposite"), ("ordered", "kOrdered")) if f in p.flags]
+        flags += ["kUnique"] + (["kMultiValued"] if p.multi else [])
+        return " | ".join(f"MetaPropertyDescription::{f}" for f in flags)
+
     def emit_metaregistry(self, cls: Type) -> None:
-        X = intf(cls)
-        pk = self.mm.package
         getter = self.getter
-        s = [self.banner, f"#include \"{self.kern}/NSMetaRegistry/{pk}MetaSlots.h\"",
-             f"#include <{self.root}/NSInterface/{X}.h>", "#include <tav/kernel/util/IntrospectiveMethods.h>",
-             f"\nnamespace {self.ns} {{\n", "namespace NSImplementation {\n"]
-        for p in cls.props:
+        p = Printer(X=intf(cls), cls=cls.name, NS=self.ns, K=self.kern, pk=self.mm.package, root=self.root,
+                    banner=self.banner.rstrip("\n"), meta="StereotypeIntf" if cls.stereotype else "ClassIntf")
+        p("$banner\n")
+        p('#include "$K/NSMetaRegistry/${pk}MetaSlots.h"\n#include <$root/NSInterface/$X.h>\n'
+          "#include <tav/kernel/util/IntrospectiveMethods.h>\n\nnamespace $NS {\n\nnamespace NSImplementation {\n")
+        for prop in cls.props:
             refs = []
-            for kind, lst in (("redefined", p.redefines), ("subsetted", p.subsets)):
-                if lst:
-                    rows = ", ".join(f"{{&{getter(r.target.owner)}, {r.target.owner.index}u, {r.target.id}u}}" for r in lst)
-                    s.append(f"static MetaPropertyRef const {self.desc_name(p)}_{kind}[] = {{{rows}}};")
-                    refs.append(f"{{{len(lst)}, {self.desc_name(p)}_{kind}}}")
-                else:
+            for kind, lst in (("redefined", prop.redefines), ("subsetted", prop.subsets)):
+                if not lst:
                     refs.append("{0, nullptr}")
-            flags = []
-            for f, b in (("readonly", "kReadOnly"), ("derived", "kDerived"), ("union", "kDerivedUnion"),
-                         ("composite", "kComposite"), ("ordered", "kOrdered")):
-                if f in p.flags:
-                    flags.append(f"MetaPropertyDescription::{b}")
-            flags.append("MetaPropertyDescription::kUnique")
-            if p.multi:
-                flags.append("MetaPropertyDescription::kMultiValued")
-            docs = ", ".join(cstr(d) for d in p.docs[:5])
-            docs = f"{{{docs + ', ' if docs else ''}nullptr}}"
-            if p.opposite:
-                o = p.opposite.target
-                opp = f"{{1, &{getter(o.owner)}, {o.owner.index}u, {o.id}u}}"
-            else:
-                opp = "{0, nullptr, 0u, 0u}"
-            owned = f"{{{cstr(p.end)}}}" if p.end is not None else "{nullptr}"
-            s.append(
-                f"static MetaPropertyDescription {self.desc_name(p)} = {{\n"
-                f"    nullptr, {cstr(p.name)}, &{getter(p.type)}, {p.type.index}u, {docs},\n"
-                f"    static_cast<unsigned char>({' | '.join(flags)}),\n"
-                f"    {cstr(p.default or '')}, {1 if 'private' in p.flags else 0}, {p.lower}, "
-                f"{'0xFFFFFFFFu' if p.upper == UNLIMITED else str(p.upper) + 'u'}, "
-                f"{1 if 'transient' in p.flags else 0}, {p.id}u,\n"
-                f"    {cstr(p.association) if p.association else 'nullptr'}, {opp}, {owned},\n"
-                f"    {refs[0]}, {refs[1]}}};\n")
-        rows = ", ".join(["nullptr"] + [f"&{self.desc_name(p)}" for p in cls.props])
-        s.append(f"// Entry i is the row with id i.\nstatic MetaPropertyDescription* s{cls.name}_table[{len(cls.props) + 1}] = {{{rows}}};\n")
+                    continue
+                rows = ", ".join(f"{{&{getter(r.target.owner)}, {r.target.owner.index}u, {r.target.id}u}}" for r in lst)
+                p.each([f"static MetaPropertyRef const {self.desc_name(prop)}_{kind}[] = {{{rows}}};"])
+                refs.append(f"{{{len(lst)}, {self.desc_name(prop)}_{kind}}}")
+            docs = "".join(cstr(d) + ", " for d in prop.docs[:5])
+            o = prop.opposite.target if prop.opposite else None
+            opp = f"{{1, &{getter(o.owner)}, {o.owner.index}u, {o.id}u}}" if o else "{0, nullptr, 0u, 0u}"
+            upper = "0xFFFFFFFFu" if prop.upper == UNLIMITED else f"{prop.upper}u"
+            with p.scope(f"static MetaPropertyDescription {self.desc_name(prop)} = {{", ""):
+                p.each([f"nullptr, {cstr(prop.name)}, &{getter(prop.type)}, {prop.type.index}u, {{{docs}nullptr}},",
+                        f"static_cast<unsigned char>({self.row_flags(prop)}),",
+                        f"{cstr(prop.default or '')}, {int('private' in prop.flags)}, {prop.lower}, {upper}, "
+                        f"{int('transient' in prop.flags)}, {prop.id}u,",
+                        f"{cstr(prop.association) if prop.association else 'nullptr'}, {opp}, "
+                        + (f"{{{cstr(prop.end)}}}" if prop.end is not None else "{nullptr}") + ",",
+                        f"{refs[0]}, {refs[1]}}};"])
+        rows = ", ".join(["nullptr"] + [f"&{self.desc_name(q)}" for q in cls.props])
+        p("// Entry i is the row with id i.")
+        p.each([f"static MetaPropertyDescription* s{cls.name}_table[{len(cls.props) + 1}] = {{{rows}}};", ""])
         sup = ", ".join([f"{{&{getter(b)}, {b.index}u}}" for b in cls.bases] + ["{nullptr, 0u}"])
-        s.append(f"static MetaClassRef const s{cls.name}_superClasses[] = {{{sup}}};\n")
-        meta = "StereotypeIntf" if cls.stereotype else "ClassIntf"
-        s.append(f"// The slot of the metaclass object; null until the meta-registry builds it.\n"
-                 f"NSInterface::{meta}** staticGet{cls.name}Meta()\n{{\n"
-                 f"    static NSInterface::{meta}* slot = nullptr;\n    return &slot;\n}}\n")
-        s.append("} // namespace NSImplementation\n")
-        s.append("extern PackageIntrospectiveMethods sPackageIntrospectiveMethods;\n")
-        s.append(f"// The reflective functions come with reflection; until then they are null.\n"
-                 f"const IntrospectiveMethods NSInterface::{X}::sIntrospectiveMethods = {{\n"
-                 f"    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,\n"
-                 f"    NSImplementation::s{cls.name}_table, NSImplementation::s{cls.name}_superClasses, nullptr,\n"
-                 f"    &sPackageIntrospectiveMethods}};\n")
-        s.append(f"}} // namespace {self.ns}\n")
-        self.files[f"{self.kern}/NSMetaRegistry/{cls.name}MetaRegistry.cpp"] = "\n".join(s)
+        p.each([f"static MetaClassRef const s{cls.name}_superClasses[] = {{{sup}}};", ""])
+        p("// The slot of the metaclass object; null until the meta-registry builds it.")
+        with p.scope("NSInterface::$meta** staticGet${cls}Meta()\n{", "}\n"):
+            p("static NSInterface::$meta* slot = nullptr;\nreturn &slot;")
+        p("} // namespace NSImplementation\n\nextern PackageIntrospectiveMethods sPackageIntrospectiveMethods;\n")
+        p("// The reflective functions come with reflection; until then they are null.")
+        with p.scope("const IntrospectiveMethods NSInterface::$X::sIntrospectiveMethods = {", "\n} // namespace $NS"):
+            p("nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,\n"
+              "NSImplementation::s${cls}_table, NSImplementation::s${cls}_superClasses, nullptr,\n"
+              "&sPackageIntrospectiveMethods};")
+        self.files[f"{self.kern}/NSMetaRegistry/{cls.name}MetaRegistry.cpp"] = p.text()
 
     def emit_package_table(self) -> None:
-        pk = self.mm.package
-        s = [self.banner, f"#include \"{self.kern}/NSMetaRegistry/{pk}MetaSlots.h\""]
-        for c in self.classes_with_intf():
-            s.append(f"#include <{self.root}/NSInterface/{intf(c)}.h>")
-        s.append(f"#include <tav/kernel/util/IntrospectiveMethods.h>\n\nnamespace {self.ns} {{\n")
-        s.append("extern TAV_EXPORT PackageIntrospectiveMethods sPackageIntrospectiveMethods;\n")
-        slots = []
-        for i in range(self.mm.slots):
+        pk, slots = self.mm.package, self.mm.slots
+        p = Printer(NS=self.ns, K=self.kern, pk=pk, n=str(slots), banner=self.banner.rstrip("\n"))
+        p('$banner\n\n#include "$K/NSMetaRegistry/${pk}MetaSlots.h"')
+        p.each(f"#include <{self.root}/NSInterface/{intf(c)}.h>" for c in self.classes_with_intf())
+        p("#include <tav/kernel/util/IntrospectiveMethods.h>\n\nnamespace $NS {\n")
+        p("extern TAV_EXPORT PackageIntrospectiveMethods sPackageIntrospectiveMethods;\n")
+        entries = []
+        for i in range(slots):
             t = self.mm.type_at(i)
             if t and t.is_class and not t.handwritten:
-                slots.append(f"    const_cast<IntrospectiveMethods*>(&NSInterface::{intf(t)}::sIntrospectiveMethods), // {i}")
+                entries.append(f"const_cast<IntrospectiveMethods*>(&NSInterface::{intf(t)}::sIntrospectiveMethods), // {i}")
             elif t:
                 # Types without properties still carry the metaType that the meta-registry sets.
-                s.append(f"static MetaPropertyDescription* s{t.name}_noRows[1] = {{nullptr}};\n"
-                         f"static MetaClassRef const s{t.name}_noSupers[] = {{{{nullptr, 0u}}}};\n"
-                         f"static IntrospectiveMethods s{t.name}_record = {{\n"
-                         f"    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,\n"
-                         f"    s{t.name}_noRows, s{t.name}_noSupers, nullptr, &sPackageIntrospectiveMethods}};\n")
-                slots.append(f"    &s{t.name}_record, // {i} {t.name}")
+                p("static MetaPropertyDescription* s${t}_noRows[1] = {nullptr};\n"
+                  "static MetaClassRef const s${t}_noSupers[] = {{nullptr, 0u}};", t=t.name)
+                with p.scope("static IntrospectiveMethods s${t}_record = {", "", t=t.name):
+                    p("nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,\n"
+                      "s${t}_noRows, s${t}_noSupers, nullptr, &sPackageIntrospectiveMethods};", t=t.name)
+                entries.append(f"&s{t.name}_record, // {i} {t.name}")
             else:
-                slots.append(f"    nullptr, // {i}")
-        s.append(f"// The type table: slot i holds the type with index i.\n"
-                 f"static IntrospectiveMethods* s{pk}Types[{self.mm.slots}] = {{\n" + "\n".join(slots) + "\n};\n")
-        s.append(f"PackageIntrospectiveMethods sPackageIntrospectiveMethods = {{s{pk}Types, {self.mm.slots}}};\n")
-        s.append(f"PackageIntrospectiveMethods* get_{pk}_PackageIntrospectiveMethods()\n{{\n"
-                 f"    return &sPackageIntrospectiveMethods;\n}}\n")
-        s.append(f"}} // namespace {self.ns}\n")
-        self.files[f"{self.kern}/NSMetaRegistry/{pk}PackageMetaRegistry.cpp"] = "\n".join(s)
+                entries.append(f"nullptr, // {i}")
+        p("// The type table: slot i holds the type with index i.")
+        with p.scope("static IntrospectiveMethods* s${pk}Types[$n] = {", "};\n"):
+            p.each(entries)
+        p("PackageIntrospectiveMethods sPackageIntrospectiveMethods = {s${pk}Types, $n};\n")
+        with p.scope("PackageIntrospectiveMethods* get_${pk}_PackageIntrospectiveMethods()\n{", "}\n"):
+            p("return &sPackageIntrospectiveMethods;")
+        p("} // namespace $NS")
+        self.files[f"{self.kern}/NSMetaRegistry/{pk}PackageMetaRegistry.cpp"] = p.text()
 
     def emit_meta_slots_header(self) -> None:
         """The metaclass slots, for the meta-registry that fills them."""
