@@ -1,16 +1,12 @@
-// Random operation sequences checked after every step against a plain
-// reference model.
+// Random operation sequences on deviants checked after every step against a
+// plain reference model.
 
 #include "deviant/ChangeTrackingFixture.h"
 #include "deviant/Counter.h"
 #include "support/DeviantFixture.h"
 
-#include <tav/kernel/deviant/ChangeMap.h>
-
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <deque>
 #include <map>
 #include <optional>
 #include <random>
@@ -20,69 +16,7 @@
 namespace tavtest {
 namespace {
 
-using TAV::ChangeMap;
-
 class RandomizedTest : public DeviantFixture {};
-
-TEST_F(RandomizedTest, ChangeMapAgreesWithAnOrderedListOfPairs)
-{
-    std::deque<Counter> objects;
-    for (int i = 0; i < 12; ++i)
-        objects.emplace_back(root, i);
-    // Distinct fake states: the map never dereferences them.
-    std::vector<int> stateStorage(8);
-    auto stateAt = [&](int i) { return reinterpret_cast<ObjectIntf*>(&stateStorage[i]); };
-
-    std::mt19937 random(20261122);
-    for (int round = 0; round < 20; ++round) {
-        ChangeMap map;
-        std::vector<std::pair<ObjectIntf*, ObjectIntf*>> expected;
-        auto position = [&](ObjectIntf const* o) {
-            return std::find_if(expected.begin(), expected.end(), [&](auto const& e) { return e.first == o; });
-        };
-        for (int step = 0; step < 300; ++step) {
-            ObjectIntf* const object = &objects[random() % objects.size()];
-            ObjectIntf* const state = stateAt(random() % stateStorage.size());
-            auto const it = position(object);
-            switch (random() % 5) {
-            case 0:
-            case 1: {
-                ObjectIntf* const previous = map.insert(object, state);
-                if (it == expected.end()) {
-                    EXPECT_EQ(previous, nullptr);
-                    expected.emplace_back(object, state);
-                } else {
-                    EXPECT_EQ(previous, it->second);
-                    it->second = state;
-                }
-                break;
-            }
-            case 2:
-                EXPECT_EQ(map.erase(object), it == expected.end() ? nullptr : it->second);
-                if (it != expected.end())
-                    expected.erase(it);
-                break;
-            case 3:
-                EXPECT_EQ(map.find(object), it == expected.end() ? nullptr : it->second);
-                break;
-            case 4:
-                if (random() % 20 == 0) {
-                    map.clear();
-                    expected.clear();
-                } else {
-                    std::vector<std::pair<ObjectIntf*, ObjectIntf*>> walked;
-                    for (ChangeMap::Entry const& e : map)
-                        walked.emplace_back(e.object, e.state);
-                    EXPECT_EQ(walked, expected);
-                }
-                break;
-            }
-            ASSERT_EQ(map.size(), expected.size()) << "round " << round << " step " << step;
-            for (Counter const& c : objects)
-                ASSERT_EQ(c.refCount, position(&c) == expected.end() ? 0 : 1) << "one count per entry";
-        }
-    }
-}
 
 // What each deviant must read: root's live value; root's value from before
 // its open transaction for deviants without a state of their own; a
