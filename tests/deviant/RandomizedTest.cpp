@@ -77,7 +77,8 @@ TEST_F(RandomizedTest, DeviantsReadTheirOwnWritesAndRootsCommittedValue)
 
 // Random begin/write/create/destroy/commit/cancel/undo/redo on a few
 // hundred objects, checked after every step against plain snapshots: each
-// history entry is the whole model before and after its transaction.
+// history entry is the whole model before and after its transaction, and
+// holds the level it leads to, as the deviant's entries do.
 TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
 {
     using Snapshot = std::vector<std::optional<int>>;
@@ -110,14 +111,20 @@ TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
             atBegin = live;
             touched = false;
         } else if (depth == 0 && op < 15 && position > 0) {
-            root.undo();
-            live = history[--position].before;
-            std::swap(history[position].level, level);
+            // Back to before a random entry, in one step or by its level.
+            int const target = static_cast<int>(random() % position);
+            target == position - 1 ? root.undo() : root.undoToChangeLevel(history[target].level);
+            while (position > target) {
+                live = history[--position].before;
+                std::swap(history[position].level, level);
+            }
         } else if (depth == 0 && op < 20 && position < static_cast<int>(history.size())) {
-            root.redo();
-            live = history[position].after;
-            std::swap(history[position].level, level);
-            ++position;
+            int const target = position + static_cast<int>(random() % (history.size() - position));
+            target == position ? root.redo() : root.redoToChangeLevel(history[target].level);
+            for (; position <= target; ++position) {
+                live = history[position].after;
+                std::swap(history[position].level, level);
+            }
         } else if (depth > 0 && op < 60) {
             if (auto i = existing(random)) {
                 int const value = static_cast<int>(random() % 5);
@@ -158,6 +165,9 @@ TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
         live.resize(objects.size()); // snapshots from before an object was made lack it
         ASSERT_EQ(root.getCurrentChangeLevel(), level) << "step " << step;
         ASSERT_EQ(root.getUndoStackLength(), position) << "step " << step;
+        ASSERT_EQ(root.getRedoStackLength(), static_cast<int>(history.size()) - position);
+        ASSERT_EQ(root.getUndoChangeLevelAt(0), position > 0 ? history[position - 1].level : -1);
+        ASSERT_EQ(root.getRedoChangeLevelAt(0), position < static_cast<int>(history.size()) ? history[position].level : -1);
         for (std::size_t i = 0; i < live.size(); ++i) {
             ObjectIntf* const state = objects[i].deviations.rootState;
             std::optional<int> const seen =
