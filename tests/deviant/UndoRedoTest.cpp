@@ -35,8 +35,8 @@ TEST_F(ChangeTrackingTest, FailuresNameTheOperation)
         {[&] { alpha.setMaximumUndoStackLength(3); }, "setMaximumUndoStackLength on non-root deviant"},
         {[&] { root.clearRedoStackFromAndIncluding(1); }, "aChangeLevel > getCurrentChangeLevel()"},
     };
-    for (auto const& [call, text] : cases) {
-        EXPECT_RAISES(call(), TAV::Exception, text);
+    for (auto const& row : cases) { // clang 14 cannot capture a structured binding
+        EXPECT_RAISES(row.first(), TAV::Exception, row.second);
         root.cancelTransaction();
     }
 }
