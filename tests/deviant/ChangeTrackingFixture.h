@@ -4,6 +4,7 @@
 // that writes what it is told into a shared log.
 
 #include "deviant/Counter.h"
+#include "support/Expect.h"
 
 #include <tav/kernel/deviant/DeviantImpl.h>
 #include <tav/kernel/deviant/DeviantManager.h>
@@ -94,16 +95,5 @@ protected:
     Deviant root = manager.getRoot();
     Deviant alpha = manager.createDeviantWithName("alpha");
 };
-
-template <class F>
-std::string failureOf(F&& f)
-{
-    try {
-        f();
-    } catch (TAV::Exception const& e) {
-        return e.what();
-    }
-    return "no failure";
-}
 
 } // namespace tavtest

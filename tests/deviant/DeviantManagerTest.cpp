@@ -1,5 +1,6 @@
 #include "deviant/Counter.h"
 #include "support/DeviantFixture.h"
+#include "support/Expect.h"
 
 #include <tav/kernel/deviant/DeviantRegistry.h>
 #include <tav/kernel/util/Exception.h>
@@ -10,6 +11,7 @@ namespace tavtest {
 namespace {
 
 using TAV::Deviant;
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 
 std::vector<std::string> names(std::vector<Deviant> const& deviants)
@@ -63,12 +65,7 @@ TEST(DeviantManagerTest, ListsDeviantsInNameOrder)
 TEST(DeviantManagerTest, RemovalChecksAndNullDeviantDefaults)
 {
     TAV::DeviantManager manager;
-    try {
-        manager.removeDeviantWithName("nope");
-        ADD_FAILURE() << "removing an unknown deviant must fail";
-    } catch (TAV::Exception const& e) {
-        EXPECT_THAT(e.what(), HasSubstr("removeDeviantWithName: deviant does not exist"));
-    }
+    EXPECT_RAISES(manager.removeDeviantWithName("nope"), TAV::Exception, "removeDeviantWithName: deviant does not exist");
     Deviant const d = manager.createDeviantWithName("d");
     ++d.impl()->transactionDepth;
     EXPECT_THROW(manager.removeDeviantWithName("d"), TAV::Exception);
@@ -81,12 +78,7 @@ TEST(DeviantManagerTest, RemovalChecksAndNullDeviantDefaults)
     EXPECT_FALSE(none.hasUndoStack());
     EXPECT_EQ(none.getObjectsDeviatingFromRoot(), nullptr);
     EXPECT_EQ(none.getStateOfObject(nullptr), nullptr);
-    try {
-        none.remove();
-        ADD_FAILURE();
-    } catch (TAV::Exception const& e) {
-        EXPECT_THAT(e.what(), HasSubstr("Deviant::remove on null deviant"));
-    }
+    EXPECT_RAISES(none.remove(), TAV::Exception, "Deviant::remove on null deviant");
     EXPECT_THAT(none.getMessageObjectIsInvalid(nullptr),
                 HasSubstr("passthrough domain.It could also be that the object was not created"));
 }
@@ -118,19 +110,10 @@ TEST(DeviantRegistryTest, IdsAreStablePerObjectDeviantAndMutabilityAndDieWithThe
     }
     EXPECT_EQ(sRetracted, (std::vector<TAV::DeviantRegistry::Id>{a, b})) << "the destructor retracts every record";
     registry.setRetractFunction(nullptr);
-    try {
-        registry.isImmutable(a);
-        ADD_FAILURE();
-    } catch (TAV::Exception const& e) {
-        EXPECT_THAT(e.what(), HasSubstr("Unable to find object in DeviantRegistry!"));
-    }
-    try {
-        registry.isImmutable(nullptr);
-        ADD_FAILURE();
-    } catch (TAV::Exception const& e) {
-        EXPECT_THAT(e.what(), HasSubstr("Null pointer passed to DeviantRegistry::isImmutable!"));
-        EXPECT_THAT(e.what(), HasSubstr("kernel/deviant/DeviantRegistry"));
-    }
+    EXPECT_RAISES(registry.isImmutable(a), TAV::Exception, "Unable to find object in DeviantRegistry!");
+    EXPECT_THAT(tavtest::raised<TAV::Exception>([&] { registry.isImmutable(nullptr); }).what(),
+                AllOf(HasSubstr("Null pointer passed to DeviantRegistry::isImmutable!"),
+                      HasSubstr("kernel/deviant/DeviantRegistry")));
 }
 
 } // namespace

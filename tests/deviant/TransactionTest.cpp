@@ -7,7 +7,6 @@ namespace tavtest {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 TEST_F(ChangeTrackingTest, NestedTransactionsNeedAllCommitsAndOneCancelEndsThemAll)
 {
@@ -31,34 +30,19 @@ TEST_F(ChangeTrackingTest, NestedTransactionsNeedAllCommitsAndOneCancelEndsThemA
     EXPECT_EQ(root.getUndoNameAt(0), "outer") << "the name of the first begin";
     EXPECT_EQ(r.lastReport, (std::vector<std::size_t>{0, 0, 1}));
 
+    // Values, levels and created objects after a cancel are walked in
+    // RandomHistoryAgreesWithSnapshots; what listeners hear is not.
     log.clear();
+    root.beginTransaction();
+    c.setValue(root, 2); // unchanged: nothing recorded
+    EXPECT_TRUE(root.commitTransaction());
     for (int i = 0; i < 3; ++i)
         root.beginTransaction();
     c.setValue(root, 3);
-    Counter& fresh = make(9);
-    root.markObjectCreated(&fresh);
     root.cancelTransaction();
     EXPECT_FALSE(root.isWithinTransaction());
-    EXPECT_EQ(c.getValue(root), 2);
-    EXPECT_EQ(fresh.deviations.rootState, Deviant::InvalidObject) << "an object created in it has gone";
-    EXPECT_THAT(log, ElementsAre("o:begin", "o:end")) << "a cancel tells no report";
-    EXPECT_EQ(root.getCurrentChangeLevel(), 2);
-    EXPECT_THAT(failureOf([&] { root.commitTransaction(); }), HasSubstr("transaction not started"));
-}
-
-TEST_F(ChangeTrackingTest, EmptyCommitKeepsLevelAndRedoStack)
-{
-    Counter& c = make();
-    write(c, 1);
-    root.undo();
-    Recorder& r = listener("o");
-    root.registerObservingListener(holder(r));
-    root.beginTransaction();
-    c.setValue(root, 0); // unchanged: nothing recorded
-    EXPECT_TRUE(root.commitTransaction());
-    EXPECT_EQ(root.getCurrentChangeLevel(), 1);
-    EXPECT_EQ(root.getRedoStackLength(), 1);
-    EXPECT_THAT(log, ElementsAre("o:begin", "o:end"));
+    EXPECT_THAT(log, ElementsAre("o:begin", "o:end", "o:begin", "o:end")) << "an empty commit or a cancel tells no report";
+    EXPECT_RAISES(root.commitTransaction(), TAV::Exception, "transaction not started");
 }
 
 TEST_F(ChangeTrackingTest, RejectionRestoresStateReferredModelsAndLevelAndStopsLaterValidators)
@@ -121,21 +105,17 @@ TEST_F(ChangeTrackingTest, ListenerExceptionsFollowThePolicy)
         r.throwAt = k.phase;
         d.beginTransaction();
         c.setValue(d, 1);
-        bool threw = false;
-        try {
-            d.commitTransaction();
-        } catch (std::runtime_error const&) {
-            threw = true;
-        }
-        EXPECT_EQ(threw, k.propagates) << k.phase;
+        if (k.propagates)
+            EXPECT_THROW(d.commitTransaction(), std::runtime_error) << k.phase;
+        else
+            EXPECT_NO_THROW(d.commitTransaction()) << k.phase;
         EXPECT_EQ(d.getUndoStackLength(), 1) << k.phase << ": the commit stands";
         EXPECT_EQ(d.getCurrentChangeLevel(), 2) << k.phase;
         EXPECT_FALSE(d.isWithinTransaction()) << k.phase;
         d.clearUndoStack();
     }
     write(make(), 1);
-    EXPECT_THAT(failureOf([&] { root.setExceptionPolicy(TAV::LetListenerExceptionsPass); }),
-                HasSubstr("Model must be empty"));
+    EXPECT_RAISES(root.setExceptionPolicy(TAV::LetListenerExceptionsPass), TAV::Exception, "Model must be empty");
 }
 
 TEST_F(ChangeTrackingTest, ListenersMayUnregisterDuringAWalkAndRegistrationFollowsTheHint)
@@ -156,8 +136,7 @@ TEST_F(ChangeTrackingTest, ListenersMayUnregisterDuringAWalkAndRegistrationFollo
     EXPECT_THAT(log, ElementsAre("first:begin", "a:begin", "b:begin", "first:observe", "b:observe", "first:end",
                                  "b:end"));
     EXPECT_FALSE(root.unregisterObservingListener(&a));
-    EXPECT_THAT(failureOf([&] { root.unregisterObservingListener(nullptr); }),
-                HasSubstr("cannot unregister null listener with deviant"));
+    EXPECT_RAISES(root.unregisterObservingListener(nullptr), TAV::Exception, "cannot unregister null listener with deviant");
 }
 
 TEST_F(ChangeTrackingTest, ModifiersWriteIntoTheChangeSetAndLaterHoldersSeeIt)
@@ -212,7 +191,7 @@ TEST_F(ChangeTrackingTest, NamedDeviantTransactionsAreApartFromRootsAndKeepNoHis
     c.setValue(alpha, 4);
     alpha.cancelTransaction();
     EXPECT_EQ(c.getValue(alpha), 3);
-    EXPECT_THAT(failureOf([&] { alpha.undo(); }), HasSubstr("undo on non-root deviant"));
+    EXPECT_RAISES(alpha.undo(), TAV::Exception, "undo on non-root deviant");
 }
 
 // Both classification tables, row by row: (target, present) -> kind.

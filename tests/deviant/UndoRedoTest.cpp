@@ -4,40 +4,20 @@ namespace tavtest {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
-TEST_F(ChangeTrackingTest, LevelsRiseAndAreNeverReused)
+// Levels, undo, redo and their level-wise forms are walked step by step in
+// RandomHistoryAgreesWithSnapshots; here what it never asks.
+TEST_F(ChangeTrackingTest, LevelQueriesAtTheEdges)
 {
-    Counter& c = make();
-    write(c, 1);
-    EXPECT_EQ(root.getCurrentChangeLevel(), 2);
-    EXPECT_EQ(root.getUndoChangeLevelAt(0), 1);
+    write(make(), 1);
     EXPECT_EQ(root.getUndoChangeLevelAt(1), -1);
     EXPECT_EQ(root.getUndoChangeLevelAt(-1), -1);
     EXPECT_FALSE(root.isValidUndoChangeLevel(root.getCurrentChangeLevel()));
+    EXPECT_TRUE(root.isValidUndoChangeLevel(1));
     root.undo();
-    EXPECT_EQ(c.getValue(root), 0);
-    EXPECT_EQ(root.getCurrentChangeLevel(), 1);
-    EXPECT_EQ(root.getRedoStackLength(), 1);
-    EXPECT_EQ(root.getRedoChangeLevelAt(0), 2);
     EXPECT_EQ(root.getRedoNameAt(0), "write");
-    root.redo();
-    EXPECT_EQ(c.getValue(root), 1);
-    EXPECT_EQ(root.getCurrentChangeLevel(), 2);
-    root.undo();
-    write(c, 5);
-    EXPECT_EQ(root.getCurrentChangeLevel(), 3) << "a fresh level from the last handed out";
-    EXPECT_EQ(root.getRedoStackLength(), 0);
-
-    write(c, 6);
-    write(c, 7);
-    root.undoToChangeLevel(1);
-    EXPECT_EQ(c.getValue(root), 0);
-    EXPECT_EQ(root.getUndoStackLength(), 0);
-    EXPECT_TRUE(root.isValidRedoChangeLevel(5));
-    root.redoToChangeLevel(4);
-    EXPECT_EQ(c.getValue(root), 6);
-    root.redoToChangeLevel(4); // already current: nothing
+    EXPECT_TRUE(root.isValidRedoChangeLevel(2));
+    root.redoToChangeLevel(1); // already current: nothing
     EXPECT_EQ(root.getRedoStackLength(), 1);
 }
 
@@ -55,8 +35,8 @@ TEST_F(ChangeTrackingTest, FailuresNameTheOperation)
         {[&] { alpha.setMaximumUndoStackLength(3); }, "setMaximumUndoStackLength on non-root deviant"},
         {[&] { root.clearRedoStackFromAndIncluding(1); }, "aChangeLevel > getCurrentChangeLevel()"},
     };
-    for (auto const& [call, text] : cases) {
-        EXPECT_THAT(failureOf(call), HasSubstr(text));
+    for (auto const& row : cases) { // clang 14 cannot capture a structured binding
+        EXPECT_RAISES(row.first(), TAV::Exception, row.second);
         root.cancelTransaction();
     }
 }

@@ -75,6 +75,8 @@ TEST_F(FamilyTest, RemovedDeviantRefusesAccess)
     named.remove();
     EXPECT_TAV_THROW(inNamed.getName(), "object accessed after its deviant has been removed");
     EXPECT_FALSE(inNamed.isValid());
+    EXPECT_FALSE(named.isValid());
+    EXPECT_EQ(named.getName(), "alpha") << "a removed deviant's handle stays usable";
 }
 
 TEST_F(FamilyTest, RootCommitKeepsNamedDeviantsOnTheOldState)
