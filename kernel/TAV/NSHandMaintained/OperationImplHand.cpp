@@ -23,141 +23,115 @@ ImmutableParameter OperationIntf::returnResult(Deviant aDeviant) const
 }
 
 namespace {
-// Writes reach the return parameter through the operation's own deviant.
-Parameter writable(ImmutableParameter const& aParameter)
+// Writes reach the return parameter through the operation's own deviant; without one
+// there is nothing to write to.
+template <class Write>
+void toReturn(OperationIntf const* aOperation, Deviant aDeviant, Write aWrite)
 {
-    return Parameter(aParameter.internal_intf(), aParameter.getDeviant());
+    if (ImmutableParameter r = aOperation->returnResult(aDeviant); r.internal_intf())
+        aWrite(Parameter(r.internal_intf(), r.getDeviant()));
+}
+
+template <class V, class Read>
+V fromReturn(OperationIntf const* aOperation, Deviant aDeviant, V aNone, Read aRead)
+{
+    ImmutableParameter r = aOperation->returnResult(aDeviant);
+    return r.internal_intf() ? V(aRead(r)) : aNone;
 }
 } // namespace
 
+// isOrdered and isUnique have a lower bound of 1: always present.
 bool OperationIntf::hasIsOrdered(Deviant) const
 {
     return true;
 }
-
 void OperationIntf::removeIsOrdered(Deviant aDeviant)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).removeIsOrdered();
+    toReturn(this, aDeviant, [](Parameter p) { p.removeIsOrdered(); });
 }
-
 void OperationIntf::setIsOrdered(Deviant aDeviant, Boolean const& aValue)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).setIsOrdered(aValue);
+    toReturn(this, aDeviant, [&](Parameter p) { p.setIsOrdered(aValue); });
 }
-
 Boolean OperationIntf::isOrdered(Deviant aDeviant) const
 {
-    ImmutableParameter r = returnResult(aDeviant);
-    return r.internal_intf() ? r.isOrdered() : Boolean(false);
+    return fromReturn(this, aDeviant, Boolean(false), [](auto r) { return r.isOrdered(); });
 }
 
 bool OperationIntf::hasIsUnique(Deviant) const
 {
     return true;
 }
-
 void OperationIntf::removeIsUnique(Deviant aDeviant)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).removeIsUnique();
+    toReturn(this, aDeviant, [](Parameter p) { p.removeIsUnique(); });
 }
-
 void OperationIntf::setIsUnique(Deviant aDeviant, Boolean const& aValue)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).setIsUnique(aValue);
+    toReturn(this, aDeviant, [&](Parameter p) { p.setIsUnique(aValue); });
 }
-
 Boolean OperationIntf::isUnique(Deviant aDeviant) const
 {
-    ImmutableParameter r = returnResult(aDeviant);
-    return r.internal_intf() ? r.isUnique() : Boolean(false);
+    return fromReturn(this, aDeviant, Boolean(false), [](auto r) { return r.isUnique(); });
 }
 
 bool OperationIntf::hasLower(Deviant aDeviant) const
 {
-    ImmutableParameter r = returnResult(aDeviant);
-    return r.internal_intf() && r.hasLower();
+    return fromReturn(this, aDeviant, false, [](auto r) { return r.hasLower(); });
 }
-
 void OperationIntf::removeLower(Deviant aDeviant)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).removeLower();
+    toReturn(this, aDeviant, [](Parameter p) { p.removeLower(); });
 }
-
 void OperationIntf::setLower(Deviant aDeviant, Integer const& aValue)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).setLower(aValue);
+    toReturn(this, aDeviant, [&](Parameter p) { p.setLower(aValue); });
 }
-
 Integer OperationIntf::getLower(Deviant aDeviant) const
 {
-    ImmutableParameter r = returnResult(aDeviant);
-    return r.internal_intf() ? r.getLower() : Integer(1);
+    return fromReturn(this, aDeviant, Integer(1), [](auto r) { return r.getLower(); });
 }
 
 bool OperationIntf::hasUpper(Deviant aDeviant) const
 {
-    ImmutableParameter r = returnResult(aDeviant);
-    return r.internal_intf() && r.hasUpper();
+    return fromReturn(this, aDeviant, false, [](auto r) { return r.hasUpper(); });
 }
-
 void OperationIntf::removeUpper(Deviant aDeviant)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).removeUpper();
+    toReturn(this, aDeviant, [](Parameter p) { p.removeUpper(); });
 }
-
 void OperationIntf::setUpper(Deviant aDeviant, UnlimitedNatural const& aValue)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).setUpper(aValue);
+    toReturn(this, aDeviant, [&](Parameter p) { p.setUpper(aValue); });
 }
-
 UnlimitedNatural OperationIntf::getUpper(Deviant aDeviant) const
 {
-    ImmutableParameter r = returnResult(aDeviant);
-    return r.internal_intf() ? r.getUpper() : UnlimitedNatural(1u);
+    return fromReturn(this, aDeviant, UnlimitedNatural(1u), [](auto r) { return r.getUpper(); });
 }
 
 bool OperationIntf::hasType(Deviant aDeviant) const
 {
-    ImmutableParameter r = returnResult(aDeviant);
-    return r.internal_intf() && r.hasType();
+    return fromReturn(this, aDeviant, false, [](auto r) { return r.hasType(); });
 }
-
 void OperationIntf::removeType(Deviant aDeviant)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).removeType();
+    toReturn(this, aDeviant, [](Parameter p) { p.removeType(); });
 }
-
 void OperationIntf::setType(Deviant aDeviant, ImmutableType const& aValue)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).setType(aValue);
+    toReturn(this, aDeviant, [&](Parameter p) { p.setType(aValue); });
 }
-
 ImmutableType OperationIntf::getType(Deviant aDeviant) const
 {
-    ImmutableParameter r = returnResult(aDeviant);
-    return r.internal_intf() ? r.getType() : ImmutableType();
+    return fromReturn(this, aDeviant, ImmutableType(), [](auto r) { return r.getType(); });
 }
-
 void OperationIntf::removeOnlyType(Deviant aDeviant)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).removeOnlyType();
+    toReturn(this, aDeviant, [](Parameter p) { p.removeOnlyType(); });
 }
-
 void OperationIntf::setOnlyType(Deviant aDeviant, ImmutableType const& aValue)
 {
-    if (ImmutableParameter r = returnResult(aDeviant); r.internal_intf())
-        writable(r).setOnlyType(aValue);
+    toReturn(this, aDeviant, [&](Parameter p) { p.setOnlyType(aValue); });
 }
 
 } // namespace TAV::NSInterface
