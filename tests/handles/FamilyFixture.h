@@ -19,6 +19,7 @@
 #include <tav/kernel/util/Exception.h>
 
 #include "support/DeviantFixture.h"
+#include "support/Expect.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -56,9 +57,5 @@ protected:
         return static_cast<NSImplementation::PropertyImpl*>(p.internal_intf());
     }
 };
-
-// Raises TAV::Exception whose text contains `text`.
-#define EXPECT_TAV_THROW(statement, text)                                                                    \
-    EXPECT_THAT([&] { statement; }, ::testing::ThrowsMessage<::TAV::Exception>(::testing::HasSubstr(text)))
 
 } // namespace TAV::test

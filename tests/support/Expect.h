@@ -15,6 +15,9 @@
 #define EXPECT_RAISES_EXACTLY(statement, Type, text)                                                               \
     EXPECT_THAT([&] { statement; }, ::testing::ThrowsMessage<Type>(::testing::StrEq(text)))
 
+// The library's own exception, the most common case.
+#define EXPECT_TAV_THROW(statement, text) EXPECT_RAISES(statement, ::TAV::Exception, text)
+
 namespace tavtest {
 
 // The exception `call` raises, for a test that looks at more than its text.
