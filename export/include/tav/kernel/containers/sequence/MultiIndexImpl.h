@@ -22,34 +22,6 @@ struct TAV_EXPORT identity {};
 
 namespace MultiIndexImplInternal {
 
-#define TAV_MULTI_INDEX_OPERATIONS                                                                                   \
-    void* cast(CooperativeVisitor::internal::ClassInfo const& aInfo) const override;                                 \
-    Generic::Ref generic_at(Deviant const& aDeviant, int aIndex) const override;                                     \
-    Generic::Ref generic_front(Deviant const& aDeviant) const override;                                              \
-    Generic::Ref generic_back(Deviant const& aDeviant) const override;                                               \
-    Generic::IteratorPtr generic_begin(Deviant const& aDeviant) const override;                                      \
-    Generic::IteratorPtr generic_end(Deviant const& aDeviant) const override;                                        \
-    void generic_clear(Deviant const& aDeviant) override;                                                            \
-    int generic_size(Deviant const& aDeviant) const override;                                                        \
-    void generic_insert(Deviant const& aDeviant, int aIndex, Generic::Ref aValue) override;                          \
-    Generic::IteratorPtr generic_insert(Deviant const& aDeviant, Generic::IteratorIntf const* aPosition,             \
-                                        Generic::Ref aValue) override;                                               \
-    Generic::IteratorPtr generic_erase(Deviant const& aDeviant, Generic::IteratorIntf const* aPosition) override;    \
-    Generic::IteratorPtr generic_erase(Deviant const& aDeviant, Generic::IteratorIntf const* aFirst,                 \
-                                       Generic::IteratorIntf const* aLast) override;                                 \
-    void generic_erase(Deviant const& aDeviant, int aIndex) override;                                                \
-    void generic_pop_back(Deviant const& aDeviant) override;                                                         \
-    void generic_pop_front(Deviant const& aDeviant) override;                                                        \
-    void generic_push_back(Deviant const& aDeviant, Generic::Ref aValue) override;                                   \
-    void generic_push_front(Deviant const& aDeviant, Generic::Ref aValue) override;                                  \
-    void generic_replace(Deviant const& aDeviant, int aIndex, Generic::Ref aValue) override;                         \
-    bool generic_contains(Deviant const& aDeviant, Generic::Ref aValue) const override;                              \
-    int generic_removeAll(Deviant const& aDeviant, Generic::Ref aValue) override;                                    \
-    bool specialized_equal(Deviant const& aDeviant, Generic::SequenceIntf const* aOther,                             \
-                           Deviant const& aOtherDeviant, bool& aHandled) const override;                             \
-    void specialized_assign(Deviant const& aDeviant, Generic::SequenceIntf const* aOther,                            \
-                            Deviant const& aOtherDeviant, bool& aHandled) override;
-
 // The one body of every multi-index of references, per uniqueness: raw
 // interface pointers ordered by address, one count per stored occurrence.
 template <bool aIsUnique, class Key = Generic::identity<NSInterface::ClassObjectIntf const*>>
@@ -65,7 +37,7 @@ public:
     MultiIndexImplForRefs& operator=(MultiIndexImplForRefs const&) = delete;
     ~MultiIndexImplForRefs() override;
 
-    TAV_MULTI_INDEX_OPERATIONS
+    TAV_SEQUENCE_STORAGE_OPERATIONS
 
     // Whether the container has been made, for tests of the empty form.
     bool internal_hasContainer() const { return fContainer != nullptr; }
@@ -93,7 +65,7 @@ public:
     MultiIndexImplForPrimitives& operator=(MultiIndexImplForPrimitives const&) = delete;
     ~MultiIndexImplForPrimitives() override;
 
-    TAV_MULTI_INDEX_OPERATIONS
+    TAV_SEQUENCE_STORAGE_OPERATIONS
 
     bool internal_hasContainer() const { return fContainer != nullptr; }
 
@@ -105,7 +77,6 @@ private:
     mutable Container* fContainer = nullptr;
 };
 
-#undef TAV_MULTI_INDEX_OPERATIONS
 
 extern template class MultiIndexImplForRefs<true>;
 extern template class MultiIndexImplForRefs<false>;
