@@ -6,6 +6,7 @@
 #include <tav/TAV/Operation_h.h>
 #include <tav/TAV/Parameter_h.h>
 #include <tav/TAV/Type_h.h>
+#include <tav/kernel/family/RawRefList.h>
 
 namespace TAV::NSInterface {
 
