@@ -24,14 +24,6 @@ class SmallDomainTest : public tavtest::DeviantFixture {
 protected:
     SmallDomainTest() { manager.setModel(model.internal_intf()); }
 
-    template <class Impl>
-    static Impl* make(Deviant aRoot)
-    {
-        auto* object = new Impl();
-        object->rootDeviant = aRoot;
-        object->internal_createDeviation(aRoot);
-        return object;
-    }
     Item newItem() { return Item(make<NSImplementation::ItemImpl>(root), root); }
     Box newBox(Deviant aRoot) { return Box(make<NSImplementation::BoxImpl>(aRoot), aRoot); }
 

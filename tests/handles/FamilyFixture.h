@@ -33,14 +33,6 @@ protected:
     static void open(Deviant d) { beginTransaction(d); }
     static void close(Deviant d) { endTransaction(d); }
 
-    template <class Impl>
-    static Impl* make(Deviant aRoot)
-    {
-        auto* object = new Impl();
-        object->rootDeviant = aRoot;
-        object->internal_createDeviation(aRoot);
-        return object;
-    }
 
     Property newProperty() { return Property(make<NSImplementation::PropertyImpl>(root), root); }
     Class newClass() { return Class(make<NSImplementation::ClassImpl>(root), root); }

@@ -16,6 +16,16 @@ namespace tavtest {
 
 class DeviantFixture : public ::testing::Test {
 protected:
+    // A generated object with its root state, as a model would make it.
+    template <class Impl>
+    static Impl* make(TAV::Deviant aRoot)
+    {
+        auto* object = new Impl();
+        object->rootDeviant = aRoot;
+        object->internal_createDeviation(aRoot);
+        return object;
+    }
+
     DeviantFixture() : savedHooks(TAV::internal::classObjectHooks()) {}
 
     ~DeviantFixture() override
