@@ -159,6 +159,7 @@ TEST_F(ViewTest, CombinedViewWalksAndRoutesAcrossParts)
     EXPECT_EQ(backwards(u), ids({c1, c0}));
     EXPECT_EQ(u.front(), NamedElement(c0));
     EXPECT_EQ(u.back(), NamedElement(c1));
+    EXPECT_EQ(u.internal_sequence()->generic_getKestName(true, false, "TAV."), "TAV.SequenceOfImmutableNamedElement");
 
     u.pop_back();
     EXPECT_EQ(ids(middle), ids({c0})) << "pop_back passes over the empty last part";

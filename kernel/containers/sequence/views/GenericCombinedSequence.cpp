@@ -189,8 +189,8 @@ bool GenericCombinedSequence::generic_contains(Deviant const& aDeviant, Ref aVal
 
 std::string GenericCombinedSequence::generic_getKestName(bool aImmutable, bool aIterator, char const* aPrefix) const
 {
-    if (fParts.empty())
-        return Generic::hostName(aImmutable, aIterator, aPrefix, "ClassObject");
+    if (!fElementName.empty() || fParts.empty())
+        return Generic::hostName(aImmutable, aIterator, aPrefix, fElementName.empty() ? "ClassObject" : fElementName);
     return part(0).generic_getKestName(aImmutable, aIterator, aPrefix);
 }
 

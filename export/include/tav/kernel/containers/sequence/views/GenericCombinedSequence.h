@@ -8,6 +8,7 @@
 #include <tav/kernel/containers/sequence/Sequence.h>
 #include <tav/kernel/containers/sequence/views/GenericFilteredSequence.h>
 
+#include <string_view>
 #include <vector>
 
 namespace TAV::combined_sequence_internal {
@@ -20,7 +21,8 @@ class TAV_EXPORT GenericCombinedSequence : public Generic::SequenceIntf {
 public:
     class Iterator;
 
-    GenericCombinedSequence() = default;
+    // aElementName names the union's element class to the host; empty takes the first part's.
+    explicit GenericCombinedSequence(std::string_view aElementName = {}) : fElementName(aElementName) {}
     GenericCombinedSequence(GenericCombinedSequence const&) = delete;
     GenericCombinedSequence& operator=(GenericCombinedSequence const&) = delete;
     ~GenericCombinedSequence() override;
@@ -46,6 +48,7 @@ private:
     GenericFilteredSequence& part(int aIndex) const { return *fParts[static_cast<std::size_t>(aIndex)]; }
 
     std::vector<PartPtr> fParts;
+    std::string_view fElementName;
 };
 
 // A position in one part. It never rests at the end of a part that has a

@@ -43,7 +43,7 @@ Sequence<T> unionOf(Deviant aDeviant, Parts const&... aParts)
     if constexpr (sizeof...(Parts) == 0) {
         return nullSequence<T>(aDeviant);
     } else {
-        Generic::SmartPtr<GenericCombinedSequence> combined(new Generic::HeapCounted<GenericCombinedSequence>());
+        Generic::SmartPtr<GenericCombinedSequence> combined(new Generic::HeapCounted<GenericCombinedSequence>(Generic::elementName<T>()));
         (views_detail::appendOwnClass(*combined, aParts), ...);
         return Sequence<T>(Generic::SequencePtr(combined.get()), aDeviant);
     }
