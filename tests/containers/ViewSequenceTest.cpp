@@ -11,7 +11,9 @@
 
 #include <boost/thread/shared_mutex.hpp>
 
+#include <algorithm>
 #include <functional>
+#include <random>
 
 namespace TAV::test {
 namespace {
@@ -90,6 +92,77 @@ TEST_P(ViewTest, FilteredViewFollowsItsSequence)
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ViewTest, ::testing::ValuesIn(kSequenceKinds),
                          [](auto const& info) { return std::string(info.param.name); });
+
+// Random writes through the parts and through a union of filtered parts,
+// checked after each step against plain vectors.
+TEST_F(ViewTest, UnionOfFilteredPartsMatchesAReferenceModel)
+{
+    std::vector<ImmutableClassObject> const pool = {newProperty(), newProperty(), newProperty(), newProperty(),
+                                                    newClass(),    newClass(),    p0,            c0};
+    auto isProperty = [](ImmutableClassObject const& o) { return ImmutableProperty(o).internal_counted() != nullptr; };
+    Sequence<NamedElement> const parts[] = {make<NamedElement>(kSequenceKinds[0]), make<NamedElement>(kSequenceKinds[2]),
+                                            make<NamedElement>(kSequenceKinds[3])};
+    std::vector<ImmutableClassObject> model[3];
+    Sequence<Property> const u = unionOf<Property>(root, filtered<Property>(parts[0]), filtered<Property>(parts[1]),
+                                                   filtered<Property>(parts[2]));
+    // The part and position of the view's element i.
+    auto locate = [&](int i) {
+        for (int k = 0; k < 3; ++k)
+            for (std::size_t j = 0; j < model[k].size(); ++j)
+                if (isProperty(model[k][j]) && i-- == 0)
+                    return std::pair(k, j);
+        return std::pair(-1, std::size_t(0));
+    };
+    std::mt19937 random(7);
+    for (int step = 0; step < 400; ++step) {
+        Ids expected;
+        for (auto const& part : model)
+            for (ImmutableClassObject const& o : part)
+                if (isProperty(o))
+                    expected.push_back(o.internal_identity());
+        int const size = static_cast<int>(expected.size());
+        ASSERT_EQ(ids(u), expected) << "step " << step;
+        ASSERT_EQ(u.size(), size);
+        ASSERT_EQ(backwards(u), Ids(expected.rbegin(), expected.rend()));
+
+        int const k = static_cast<int>(random() % 3);
+        ImmutableClassObject const& o = pool[random() % pool.size()];
+        bool const kept = k != 2 || std::find(model[2].begin(), model[2].end(), o) == model[2].end();
+        switch (random() % 6) {
+        case 0:
+        case 1:
+            parts[k].push_back(NamedElement(ClassObject(o.internal_intf(), root)));
+            if (kept)
+                model[k].push_back(o);
+            break;
+        case 2:
+            if (isProperty(o) && std::find(model[0].begin(), model[0].end(), o) == model[0].end()) {
+                u.push_back(Property(ClassObject(o.internal_intf(), root)));
+                model[0].push_back(o);
+            }
+            break;
+        case 3:
+        case 4:
+            if (size > 0) {
+                int const i = step % 5 == 0 ? 0 : step % 5 == 1 ? size - 1 : static_cast<int>(random() % size);
+                auto const [part, at] = locate(i);
+                if (i == 0)
+                    u.pop_front();
+                else if (i == size - 1)
+                    u.pop_back();
+                else
+                    u.erase(i);
+                model[part].erase(model[part].begin() + static_cast<long>(at));
+            }
+            break;
+        default:
+            if (step % 40 == 0) {
+                parts[k].clear();
+                model[k].clear();
+            }
+        }
+    }
+}
 
 struct Refusal {
     char const* what;
