@@ -130,6 +130,17 @@ class Deferred(Kind):
         return PropPlan(p, self.name, deferred=self.why(p) if callable(self.why) else self.why)
 
 
+class Redefined(Deferred):
+    """A redefinition that adds nothing to the redefined property: it emits no accessors, and
+    reflection reaches it through the redefined property's."""
+
+    def __init__(self, test):
+        super().__init__("redefinition", test, None)
+
+    def plan(self, mm, p):
+        return PropPlan(p, self.name)
+
+
 class Pending(Kind):
     """Its accessors are declared now and raise until their milestone lands."""
     name = "pending"
@@ -417,7 +428,7 @@ KINDS: List[Kind] = [
     Pending(), HandRedefinition(), Hand(), SparseList(),
     Deferred("derived_list", lambda p: p.multi and p.derived and "containees" not in p.flags,
              "derived multi-valued: a view sequence"),
-    Deferred("redefinition", lambda p: p.multi and stored_by_redefinition(p), "served by the redefined property"),
+    Redefined(lambda p: p.multi and stored_by_redefinition(p)),
     Deferred("value_list", lambda p: p.multi and not p.is_reference, "multi-valued primitive: sequences milestone"),
     List(),
     Deferred("deferred", lambda p: "deferred" in p.flags, "marked deferred in the description"),
@@ -425,11 +436,10 @@ KINDS: List[Kind] = [
              lambda p: f"no C++ value class for '{p.type.name}' yet"),
     SparseValue(),
     Deferred("derived", lambda p: p.is_value and p.derived, "derived: hand-maintained semantics"),
-    Deferred("redefinition", lambda p: stored_by_redefinition(p)
-             and (p.is_value or not (p.is_container_end or p.is_container_slot)),
-             "served by the redefined property"),
+    Redefined(lambda p: stored_by_redefinition(p)
+              and (p.is_value or not (p.is_container_end or p.is_container_slot))),
     Value(), Reference(), ContainerEnd(),
-    Deferred("redefinition", stored_by_redefinition, "served by the redefined property"),
+    Redefined(stored_by_redefinition),
     Deferred("derived", lambda p: True, "derived: hand-maintained semantics"),
 ]
 

@@ -1,0 +1,96 @@
+#include <tav/kernel/util/propertystorage/SingleValuedPropertyManager.h>
+
+#include "kernel/util/propertystorage/ObjectOf.h"
+#include <tav/kernel/containers/sequence/Sequence.h>
+#include <tav/kernel/family/Support.h>
+#include <tav/kernel/util/IntrospectiveMethods.h>
+
+namespace TAV {
+
+namespace {
+constexpr char kSource[] = "kernel/util/propertystorage/SingleValuedPropertyManager";
+using propertystorage::objectOf;
+} // namespace
+
+SingleValuedPropertyManager::SingleValuedPropertyManager(IntrospectiveMethods const* aMethods, unsigned aPropertyId,
+                                                         int aLower)
+    : methods(aMethods), propertyId(aPropertyId), lower(aLower)
+{
+}
+
+bool SingleValuedPropertyManager::has(ImmutableClassObject const& aObject) const
+{
+    auto const* object = objectOf(aObject, kSource);
+    if (lower != 1)
+        return methods->hasSingleValued(object, aObject.getDeviant(), propertyId);
+    // The table says true for every mandatory property: whether it holds something is in the value.
+    return methods->getSingleValued(object, aObject.getDeviant(), propertyId).isValid();
+}
+
+ImmutableSequence<ImmutableObject> SingleValuedPropertyManager::get(ImmutableClassObject const&) const
+{
+    family::notYetAvailable("SingleValuedPropertyManager::get", kSource, __LINE__);
+}
+
+Sequence<Object> SingleValuedPropertyManager::get(ImmutableClassObject const&)
+{
+    family::notYetAvailable("SingleValuedPropertyManager::get", kSource, __LINE__);
+}
+
+ImmutableObject SingleValuedPropertyManager::getOne(ImmutableClassObject const& aObject) const
+{
+    auto const* object = objectOf(aObject, kSource);
+    if (!methods->hasSingleValued(object, aObject.getDeviant(), propertyId))
+        return ImmutableObject();
+    return methods->getSingleValued(object, aObject.getDeviant(), propertyId);
+}
+
+Object SingleValuedPropertyManager::getOne(ImmutableClassObject const& aObject)
+{
+    auto const* object = objectOf(aObject, kSource);
+    if (!methods->hasSingleValued(object, aObject.getDeviant(), propertyId))
+        return Object();
+    return methods->getSingleValued(object, aObject.getDeviant(), propertyId);
+}
+
+void SingleValuedPropertyManager::setOrAdd(ClassObject aObject, Object const& aValue)
+{
+    methods->setSingleValued(objectOf(aObject, kSource), aObject.getDeviant(), propertyId, aValue);
+}
+
+void SingleValuedPropertyManager::setOrAddEndOnly(ClassObject aObject, Object const& aValue)
+{
+    methods->setOnlySingleValued(objectOf(aObject, kSource), aObject.getDeviant(), propertyId, aValue);
+}
+
+void SingleValuedPropertyManager::remove(ClassObject aObject, Object const&)
+{
+    remove(std::move(aObject));
+}
+
+void SingleValuedPropertyManager::removeEndOnly(ClassObject aObject, Object const&)
+{
+    removeEndOnly(std::move(aObject));
+}
+
+void SingleValuedPropertyManager::remove(ClassObject aObject)
+{
+    methods->removeSingleValued(objectOf(aObject, kSource), aObject.getDeviant(), propertyId);
+}
+
+void SingleValuedPropertyManager::removeEndOnly(ClassObject aObject)
+{
+    methods->removeOnlySingleValued(objectOf(aObject, kSource), aObject.getDeviant(), propertyId);
+}
+
+void SingleValuedPropertyManager::removeOne(ClassObject aObject)
+{
+    remove(std::move(aObject));
+}
+
+void SingleValuedPropertyManager::removeOneEndOnly(ClassObject aObject)
+{
+    removeEndOnly(std::move(aObject));
+}
+
+} // namespace TAV
