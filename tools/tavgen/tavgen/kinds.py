@@ -100,6 +100,11 @@ def cross_model_check(mm: Metamodel, p: Prop) -> str:
             f"                            \"kernel/{mm.package}/NSImplementation/{p.owner.name}Impl\", __LINE__);\n")
 
 
+def empty_is_remove(U: str) -> str:
+    """Setting an end to nothing removes it, the opposite end's list included."""
+    return f"if (!aValue.internal_intf()) {{\n    remove{U}(aDeviant);\n    return;\n}}\n"
+
+
 def upkeep_end(p: Prop) -> Optional[Prop]:
     """The opposite end whose raw list this end keeps, if it stores one."""
     opp = p.opposite.target if p.opposite else None
@@ -335,7 +340,7 @@ class Reference(Kind):
             f"if (!current.internal_intf())\n    return;\n" + first +
             f"removeOnly{U}(aDeviant);\n" + last)))
         ops.append(Op(f"set{U}", "void", [D, (H.ref(), "aValue")], False, mutating=True, logic=(
-            cross +
+            cross + empty_is_remove(U) +
             f"if (has{U}(aDeviant) && get{U}(aDeviant) == aValue)\n    return;\n"
             f"setOnly{U}(aDeviant, aValue);\n" + push)))
         ops.append(Op(f"get{U}", H, [D], True, pure=True, impl=f"return {H}(s->{fname}, aDeviant);",
@@ -399,7 +404,7 @@ class ContainerEnd(Kind):
             ops.append(Op(f"has{U}", "bool", [D], True, logic="(void)aDeviant;\nreturn true;"))
             ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic="(void)aDeviant;"))
         ops.append(Op(f"set{U}", "void", [D, (H.ref(), "aValue")], False, mutating=True, logic=(
-            cross +
+            cross + empty_is_remove(U) +
             f"if (has{slot}(aDeviant) && get{U}(aDeviant) == aValue)\n    return;\n"
             f"setOnly{U}(aDeviant, aValue);\n" + push)))
         ops.append(get)

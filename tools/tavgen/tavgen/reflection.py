@@ -69,13 +69,13 @@ class ReflectionEmitter(Common):
             name = {"getMultiValued": f"get{Ps}", "getOnlyMultiValued": f"get{Ps}WithoutAssociation"}.get(fn)
             if name is None or name not in a.ops:
                 return None
-            return f"return reflection::sequenceOf(o->{name}(aDeviant));"
+            return f"return ::TAV::reflection::sequenceOf(o->{name}(aDeviant));"
         getter = a.op(f"get{U}", p.name)
         if fn in MULTI or getter is None or getter.params[1:]:
             return None
         if fn == "getSingleValued":
             if getattr(getter.ret, "handle", None) is not None:
-                return f"return reflection::objectOf(o->{getter.name}(aDeviant), aDeviant);"
+                return f"return ::TAV::reflection::objectOf(o->{getter.name}(aDeviant), aDeviant);"
             return f"return static_cast<Object>(o->{getter.name}(aDeviant));"
         if fn == "hasSingleValued":
             if p.lower == 1:
@@ -96,7 +96,7 @@ class ReflectionEmitter(Common):
         if getattr(t, "handle", None) is not None:
             value = f"Immutable{t.handle.name}(aValue)"
         else:
-            value = f"TAVCast<{value_cpp(t.value)}>(aValue)"
+            value = f"::TAV::TAVCast<{value_cpp(t.value)}>(aValue)"
         return f"o->{setter.name}(aDeviant, {value});\nreturn;"
 
     def types_used(self, cls: Type) -> Tuple[Dict[str, Type], Set[str]]:
@@ -135,12 +135,12 @@ class ReflectionEmitter(Common):
             live = [(q.id, body) for q in cls.props if (body := self.case(fn, self.accessors(q)))]
             const = " const" if fn in ("getSingleValued", "hasSingleValued") else ""
             with p.scope(f"{ret} IntrospectiveMethodsImpl::{fn}({params})\n{{", "}\n"):
-                p.each([f"auto* o = reflection::castTo<NSInterface::{X}{const}>(aObject, kSource, __LINE__);"])
+                p.each([f"auto* o = ::TAV::reflection::castTo<NSInterface::{X}{const}>(aObject, kSource, __LINE__);"])
                 if fn in ("setSingleValued", "setOnlySingleValued"):
-                    p.each(["Cager cager;"])
+                    p.each(["::TAV::Cager cager;"])
                 # Some classes leave a function with no case, or with constant ones.
                 p.each(["(void)o;", "(void)aDeviant;"] + (["(void)aValue;"] if "aValue" in params else []))
-                illegal = f'reflection::illegalProperty(kName, "{fn}", kSource, __LINE__);'
+                illegal = f'::TAV::reflection::illegalProperty(kName, "{fn}", kSource, __LINE__);'
                 with p.scope("switch (aId) {", "}"):
                     for i, body in live:
                         p.each([f"case {i}: {{"] + ["    " + l for l in body.split("\n")] + ["}"])
@@ -151,7 +151,7 @@ class ReflectionEmitter(Common):
                     if fn == "hasSingleValued":
                         p.each(["    return false;"])
                     else:
-                        p.each([f'    reflection::illegalPropertyId(kName, "{fn}", aId, kSource, __LINE__);'])
+                        p.each([f'    ::TAV::reflection::illegalPropertyId(kName, "{fn}", aId, kSource, __LINE__);'])
         p(f"}} // namespace {cls.name}MetaRegistry\n")
 
     @staticmethod
