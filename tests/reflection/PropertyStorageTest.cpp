@@ -49,12 +49,12 @@ struct FakeMultiTable {
     }
 };
 
-class PropertyStorageTest : public FamilyTest {};
+class PropertyStorageTest : public FamilyTest { };
 
 TEST_F(PropertyStorageTest, SingleValuedManagerAnswersThroughTheTable)
 {
-    PropertyStorage byDefault(new SingleValuedPropertyManager(&propertyTable(), 7, 0));  // default : String [0..1]
-    PropertyStorage readOnly(new SingleValuedPropertyManager(&propertyTable(), 6, 1));   // isReadOnly [1..1]
+    PropertyStorage byDefault(new SingleValuedPropertyManager(&propertyTable(), 7, 0)); // default : String [0..1]
+    PropertyStorage readOnly(new SingleValuedPropertyManager(&propertyTable(), 6, 1)); // isReadOnly [1..1]
     Property p = newProperty();
 
     EXPECT_FALSE(byDefault.has(p));
@@ -73,7 +73,8 @@ TEST_F(PropertyStorageTest, SingleValuedManagerAnswersThroughTheTable)
     EXPECT_FALSE(p.hasDefault());
     close(root);
 
-    EXPECT_TAV_THROW(byDefault.has(ImmutableClassObject()), "Cannot access NULL ref. Use isValid() before calling methods");
+    EXPECT_TAV_THROW(
+        byDefault.has(ImmutableClassObject()), "Cannot access NULL ref. Use isValid() before calling methods");
     EXPECT_TAV_THROW(PropertyStorage().has(p), "Cannot access NULL ref. Use isValid() before calling methods");
 }
 

@@ -12,10 +12,10 @@
 #include <tav/kernel/util/IntrospectiveMethods.h>
 #include <tav/kernel/util/TAVCast.h>
 
-#include <functional>
 #include <map>
 #include <set>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace TAV::test {
@@ -49,7 +49,7 @@ std::vector<IntrospectiveMethods const*> chain(IntrospectiveMethods const* aTabl
 unsigned rowCount(IntrospectiveMethods const* aTable)
 {
     unsigned n = 0;
-    while (aTable->descriptions[n + 1] && aTable->descriptions[n + 1]->id == n + 1)
+    while (aTable->descriptions[n + 1])
         ++n;
     return n;
 }
@@ -59,52 +59,56 @@ bool multi(MetaPropertyDescription const* aRow)
     return (aRow->flags & MetaPropertyDescription::kMultiValued) != 0;
 }
 
-using Reader = std::function<ImmutableObject()>;
+template <class V>
+ImmutableObject asObject(V const& aValue)
+{
+    if constexpr (std::is_base_of_v<HandleBase, V>)
+        return aValue;
+    else
+        return static_cast<Object>(aValue);
+}
 
 class TableTest : public FamilyTest {
 protected:
-    // Every single-valued row of the object's chain that has a typed reader is read through
-    // the table and compared; a row that answers without a typed reader here is reported,
-    // so that a new property is not passed over.
+    // Every single-valued row of the object's chain is read through the table of the class
+    // that declares it and compared with the typed read of the same name; a row without a
+    // typed read here must refuse, so that a new property is not passed over.
     void expectRowsMatch(ImmutableClassObject const& aObject, IntrospectiveMethods const* aTable,
-                         std::map<std::string, Reader> const& aTyped)
+        std::map<std::string, ImmutableObject> const& aTyped)
     {
         std::set<std::string> seen;
         for (IntrospectiveMethods const* t : chain(aTable)) {
             for (unsigned id = 1; id <= rowCount(t); ++id) {
                 MetaPropertyDescription const* row = t->descriptions[id];
-                if (multi(row))
-                    continue;
                 auto typed = aTyped.find(row->name);
+                if (multi(row)) { // the single-valued functions know no multi-valued id
+                    EXPECT_FALSE(t->hasSingleValued(co(aObject), root, id)) << row->name;
+                    EXPECT_TAV_THROW(t->getSingleValued(co(aObject), root, id),
+                        "getSingleValued on illegal property with id " + std::to_string(id));
+                    continue;
+                }
                 if (typed == aTyped.end()) {
-                    EXPECT_ANY_THROW(t->getSingleValued(aObject.internal_intf(), root, id)) << row->name;
+                    EXPECT_ANY_THROW(t->getSingleValued(co(aObject), root, id)) << row->name;
                     continue;
                 }
                 seen.insert(row->name);
-                ImmutableObject viaTable = t->getSingleValued(aObject.internal_intf(), root, id);
-                ImmutableObject expected = typed->second();
-                if (isValueObject(expected))
-                    EXPECT_TRUE(ImmutableValueObject(viaTable) == ImmutableValueObject(expected)) << row->name;
+                ImmutableObject const viaTable = t->getSingleValued(co(aObject), root, id);
+                if (isValueObject(typed->second))
+                    EXPECT_TRUE(ImmutableValueObject(viaTable) == ImmutableValueObject(typed->second)) << row->name;
                 else
-                    EXPECT_TRUE(viaTable == expected) << row->name;
+                    EXPECT_TRUE(viaTable == typed->second) << row->name;
             }
         }
-        for (auto const& [name, reader] : aTyped)
+        for (auto const& [name, value] : aTyped)
             EXPECT_TRUE(seen.count(name)) << name << " is no single-valued row of the chain";
     }
 };
-
-template <class V>
-Reader value(std::function<V()> aRead)
-{
-    return [aRead] { return ImmutableObject(static_cast<Object>(aRead())); };
-}
 
 TEST_F(TableTest, EverySingleRowAnswersAsItsTypedAccessor)
 {
     Property p = newProperty();
     Class c = newClass();
-    Association a = newAssociation();
+    Association a = newAssociation(); // states hold no count: the test keeps it alive
     open(root);
     p.setName("speed");
     p.setIsReadOnly(true);
@@ -120,42 +124,25 @@ TEST_F(TableTest, EverySingleRowAnswersAsItsTypedAccessor)
     close(root);
 
     expectRowsMatch(p, &NSInterface::PropertyIntf::sIntrospectiveMethods,
-                    {{"name", value<String>([&] { return p.getName(); })},
-                     {"visibility", value<VisibilityKind>([&] { return p.getVisibility(); })},
-                     {"persistence", value<PersistenceKind>([&] { return p.getPersistence(); })},
-                     {"isReadOnly", value<Boolean>([&] { return p.isReadOnly(); })},
-                     {"default", value<String>([&] { return p.getDefault(); })},
-                     {"isComposite", value<Boolean>([&] { return p.isComposite(); })},
-                     {"isDerived", value<Boolean>([&] { return p.isDerived(); })},
-                     {"isDerivedUnion", value<Boolean>([&] { return p.isDerivedUnion(); })},
-                     {"isOrdered", value<Boolean>([&] { return p.isOrdered(); })},
-                     {"isUnique", value<Boolean>([&] { return p.isUnique(); })},
-                     {"lower", value<Integer>([&] { return p.getLower(); })},
-                     {"upper", value<UnlimitedNatural>([&] { return p.getUpper(); })},
-                     {"storage", value<PropertyStorage>([&] { return p.getStorage(); })},
-                     {"class", [&] { return ImmutableObject(p.getClass()); }},
-                     {"association", [&] { return ImmutableObject(p.getAssociation()); }},
-                     {"owningAssociation", [&] { return ImmutableObject(p.getOwningAssociation()); }},
-                     {"datatype", [&] { return ImmutableObject(p.getDatatype()); }},
-                     {"type", [&] { return ImmutableObject(p.getType()); }},
-                     {"namespace", [&] { return ImmutableObject(p.getNamespace()); }},
-                     {"owner", [&] { return ImmutableObject(p.getOwner()); }},
-                     {"containerTAV", [&] { return ImmutableObject(p.getContainerTAV()); }},
-                     {"modelTAV", [&] { return ImmutableObject(p.getModelTAV()); }},
-                     {"rootModel", [&] { return ImmutableObject(p.getRootModel()); }},
-                     {"externalId", value<String>([&] { return p.getExternalId(); })}});
+        {{"name", asObject(p.getName())}, {"visibility", asObject(p.getVisibility())},
+            {"persistence", asObject(p.getPersistence())}, {"isReadOnly", asObject(p.isReadOnly())},
+            {"default", asObject(p.getDefault())}, {"isComposite", asObject(p.isComposite())},
+            {"isDerived", asObject(p.isDerived())}, {"isDerivedUnion", asObject(p.isDerivedUnion())},
+            {"isOrdered", asObject(p.isOrdered())}, {"isUnique", asObject(p.isUnique())},
+            {"lower", asObject(p.getLower())}, {"upper", asObject(p.getUpper())}, {"storage", asObject(p.getStorage())},
+            {"class", asObject(p.getClass())}, {"association", asObject(p.getAssociation())},
+            {"datatype", asObject(p.getDatatype())}, {"owningAssociation", asObject(p.getOwningAssociation())},
+            {"type", asObject(p.getType())}, {"namespace", asObject(p.getNamespace())},
+            {"owner", asObject(p.getOwner())}, {"containerTAV", asObject(p.getContainerTAV())},
+            {"modelTAV", asObject(p.getModelTAV())}, {"rootModel", asObject(p.getRootModel())},
+            {"externalId", asObject(p.getExternalId())}});
     expectRowsMatch(c, &NSInterface::ClassIntf::sIntrospectiveMethods,
-                    {{"name", value<String>([&] { return c.getName(); })},
-                     {"isAbstract", value<Boolean>([&] { return c.isAbstract(); })},
-                     {"visibility", value<VisibilityKind>([&] { return c.getVisibility(); })},
-                     {"persistence", value<PersistenceKind>([&] { return c.getPersistence(); })},
-                     {"package", [&] { return ImmutableObject(c.getPackage()); }},
-                     {"namespace", [&] { return ImmutableObject(c.getNamespace()); }},
-                     {"owner", [&] { return ImmutableObject(c.getOwner()); }},
-                     {"containerTAV", [&] { return ImmutableObject(c.getContainerTAV()); }},
-                     {"modelTAV", [&] { return ImmutableObject(c.getModelTAV()); }},
-                     {"rootModel", [&] { return ImmutableObject(c.getRootModel()); }},
-                     {"externalId", value<String>([&] { return c.getExternalId(); })}});
+        {{"name", asObject(c.getName())}, {"isAbstract", asObject(c.isAbstract())},
+            {"visibility", asObject(c.getVisibility())}, {"persistence", asObject(c.getPersistence())},
+            {"package", asObject(c.getPackage())}, {"namespace", asObject(c.getNamespace())},
+            {"owner", asObject(c.getOwner())}, {"containerTAV", asObject(c.getContainerTAV())},
+            {"modelTAV", asObject(c.getModelTAV())}, {"rootModel", asObject(c.getRootModel())},
+            {"externalId", asObject(c.getExternalId())}});
 }
 
 TEST_F(TableTest, IllegalIdsAndObjectsAreRefusedInTheTablesOwnWords)
@@ -168,8 +155,8 @@ TEST_F(TableTest, IllegalIdsAndObjectsAreRefusedInTheTablesOwnWords)
     ClassObjectIntf* object = co(p);
     Object any;
     for (Case const& k : {Case{&NSInterface::PropertyIntf::sIntrospectiveMethods, "TAV.Property"},
-                          Case{&NSInterface::ElementIntf::sIntrospectiveMethods, "TAV.Element"},
-                          Case{&NSInterface::ClassObjectIntf::sIntrospectiveMethods, "TAV.ClassObject"}}) {
+             Case{&NSInterface::ElementIntf::sIntrospectiveMethods, "TAV.Element"},
+             Case{&NSInterface::ClassObjectIntf::sIntrospectiveMethods, "TAV.ClassObject"}}) {
         IntrospectiveMethods const& m = *k.table;
         std::string const at = std::string(k.name) + "::";
         unsigned const past = rowCount(k.table) + 1;
@@ -193,27 +180,10 @@ TEST_F(TableTest, IllegalIdsAndObjectsAreRefusedInTheTablesOwnWords)
         EXPECT_TAV_THROW(m.getSingleValued(nullptr, root, 1), "illegal object");
     }
     Class c = newClass();
-    EXPECT_TAV_THROW(NSInterface::PropertyIntf::sIntrospectiveMethods.hasSingleValued(co(c), root, 0),
-                     "illegal object");
-    EXPECT_TAV_THROW(NSInterface::PrimitiveTypeIntf::sIntrospectiveMethods.removeSingleValued(co(c), root, 1),
-                     "illegal object");
-}
-
-TEST_F(TableTest, SingleAndMultiValuedIdsArePartitioned)
-{
-    Property p = newProperty();
-    for (IntrospectiveMethods const* t : chain(&NSInterface::PropertyIntf::sIntrospectiveMethods)) {
-        for (unsigned id = 1; id <= rowCount(t); ++id) {
-            if (!multi(t->descriptions[id]))
-                continue;
-            SCOPED_TRACE(t->descriptions[id]->name);
-            EXPECT_FALSE(t->hasSingleValued(co(p), root, id));
-            EXPECT_TAV_THROW(t->getSingleValued(co(p), root, id),
-                             "getSingleValued on illegal property with id " + std::to_string(id));
-            EXPECT_TAV_THROW(t->setSingleValued(co(p), root, id, Object()),
-                             "setSingleValued on illegal property with id " + std::to_string(id));
-        }
-    }
+    EXPECT_TAV_THROW(
+        NSInterface::PropertyIntf::sIntrospectiveMethods.hasSingleValued(co(c), root, 0), "illegal object");
+    EXPECT_TAV_THROW(
+        NSInterface::PrimitiveTypeIntf::sIntrospectiveMethods.removeSingleValued(co(c), root, 1), "illegal object");
 }
 
 TEST_F(TableTest, AssociationEndsKeepOrSkipTheOppositeList)
@@ -241,25 +211,12 @@ TEST_F(TableTest, AssociationEndsKeepOrSkipTheOppositeList)
     EXPECT_FALSE(p.hasClass());
     EXPECT_FALSE(listed());
     EXPECT_FALSE(m.hasSingleValued(co(p), root, classId));
+    EXPECT_TRUE(m.hasSingleValued(co(p), root, 6)) << "isReadOnly has lower bound 1";
     close(root);
 }
 
-TEST_F(TableTest, ValuesWriteThroughTheTableAndRedefinitionsReachTheRedefiningAccessor)
+TEST_F(TableTest, RedefinitionsReachTheRedefiningAccessor)
 {
-    IntrospectiveMethods const& pm = NSInterface::PropertyIntf::sIntrospectiveMethods;
-    Property p = newProperty();
-    open(root);
-    pm.setSingleValued(co(p), root, 7, String("42"));
-    pm.setOnlySingleValued(co(p), root, 6, Boolean(true));
-    EXPECT_EQ(p.getDefault(), String("42"));
-    EXPECT_TRUE(p.isReadOnly());
-    EXPECT_TRUE(pm.hasSingleValued(co(p), root, 7));
-    pm.removeSingleValued(co(p), root, 7);
-    EXPECT_FALSE(p.hasDefault());
-    EXPECT_FALSE(pm.hasSingleValued(co(p), root, 7));
-    EXPECT_TRUE(pm.hasSingleValued(co(p), root, 6)) << "lower bound 1";
-    close(root);
-
     // Operation.type is its return parameter's: the table reaches the redefining accessor.
     Operation op = Operation(make<NSImplementation::OperationImpl>(root), root);
     Parameter result(make<NSImplementation::ParameterImpl>(root), root);

@@ -1,6 +1,5 @@
 #include <tav/kernel/util/propertystorage/IntrospectiveSupport.h>
 
-#include <tav/TAV/Object_h.h>
 #include <tav/kernel/util/Asserter.h>
 
 namespace TAV::reflection {
@@ -22,11 +21,6 @@ void illegalPropertyId(char const* aClass, char const* aFunction, unsigned aId, 
     Asserter::MakeAlways<Exception>("%s::%s on illegal property with id %d", aClass, aFunction, static_cast<int>(aId))
         .handle(aSource, aLine, "");
     __builtin_unreachable();
-}
-
-Object objectOf(ImmutableObject const& aReference, Deviant aDeviant)
-{
-    return Object(aReference.internal_intf(), aDeviant);
 }
 
 } // namespace TAV::reflection

@@ -18,8 +18,8 @@ inline NSInterface::ClassObjectIntf* objectOf(ImmutableClassObject const& aObjec
 // The same sequence, read only.
 inline ImmutableSequence<ImmutableObject> readOnly(Sequence<Object> const& aSequence)
 {
-    return ImmutableSequence<ImmutableObject>(Generic::SequencePtr(aSequence.internal_sequence()),
-                                              aSequence.getDeviant());
+    return ImmutableSequence<ImmutableObject>(
+        Generic::SequencePtr(aSequence.internal_sequence()), aSequence.getDeviant());
 }
 
 } // namespace TAV::propertystorage

@@ -5,16 +5,26 @@
 #include <tav/kernel/family/Support.h>
 #include <tav/kernel/util/IntrospectiveMethods.h>
 
+#include <utility>
+
 namespace TAV {
 
 namespace {
 constexpr char kSource[] = "kernel/util/propertystorage/SingleValuedPropertyManager";
 using propertystorage::objectOf;
+
+// Metaclasses have table functions; the records of value types have none.
+bool isReference(IntrospectiveMethods const* aMethods, unsigned aPropertyId)
+{
+    MetaPropertyDescription const* row = aMethods->descriptions[aPropertyId];
+    IntrospectiveMethods const* type = row ? row->typePackage()->types[row->typeIndex] : nullptr;
+    return type && type->getSingleValued;
+}
 } // namespace
 
-SingleValuedPropertyManager::SingleValuedPropertyManager(IntrospectiveMethods const* aMethods, unsigned aPropertyId,
-                                                         int aLower)
-    : methods(aMethods), propertyId(aPropertyId), lower(aLower)
+SingleValuedPropertyManager::SingleValuedPropertyManager(
+    IntrospectiveMethods const* aMethods, unsigned aPropertyId, int aLower)
+    : methods(aMethods), propertyId(aPropertyId), lower(aLower), reference(isReference(aMethods, aPropertyId))
 {
 }
 
@@ -40,17 +50,15 @@ Sequence<Object> SingleValuedPropertyManager::get(ImmutableClassObject const&)
 ImmutableObject SingleValuedPropertyManager::getOne(ImmutableClassObject const& aObject) const
 {
     auto const* object = objectOf(aObject, kSource);
-    if (!methods->hasSingleValued(object, aObject.getDeviant(), propertyId))
+    if (!reference && !methods->hasSingleValued(object, aObject.getDeviant(), propertyId))
         return ImmutableObject();
     return methods->getSingleValued(object, aObject.getDeviant(), propertyId);
 }
 
 Object SingleValuedPropertyManager::getOne(ImmutableClassObject const& aObject)
 {
-    auto const* object = objectOf(aObject, kSource);
-    if (!methods->hasSingleValued(object, aObject.getDeviant(), propertyId))
-        return Object();
-    return methods->getSingleValued(object, aObject.getDeviant(), propertyId);
+    ImmutableObject const value = std::as_const(*this).getOne(aObject);
+    return Object(value.internal_intf(), value.getDeviant());
 }
 
 void SingleValuedPropertyManager::setOrAdd(ClassObject aObject, Object const& aValue)

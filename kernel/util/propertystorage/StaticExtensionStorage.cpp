@@ -28,19 +28,19 @@ Sequence<Object> applied(ImmutableClassObject const& aObject, bool aEndOnly)
     auto const& methods = NSInterface::ClassObjectIntf::sIntrospectiveMethods;
     auto const fetch = aEndOnly ? methods.getOnlyMultiValued : methods.getMultiValued;
     auto* object = propertystorage::objectOf(aObject, kSource);
-    return Sequence<Object>(fetch(object, aObject.getDeviant(), kAppliedStereotypeInstance, true),
-                            aObject.getDeviant());
+    return Sequence<Object>(
+        fetch(object, aObject.getDeviant(), kAppliedStereotypeInstance, true), aObject.getDeviant());
 }
 
 void assertStereotypeObject(Object const& aValue, int aLine)
 {
-    Asserter::Make<Exception>(ImmutableStereotypeObject(aValue).internal_intf() != nullptr,
-                              "Only Stereotypes can be added to this property!")
+    Asserter::Make<Exception>(
+        ImmutableStereotypeObject(aValue).internal_intf() != nullptr, "Only Stereotypes can be added to this property!")
         .handle(kSource, aLine, "");
 }
 } // namespace
 
-StaticExtensionStorage::StaticExtensionStorage(ImmutableStereotype aStereotype) : stereotype(std::move(aStereotype)) {}
+StaticExtensionStorage::StaticExtensionStorage(ImmutableStereotype aStereotype) : stereotype(std::move(aStereotype)) { }
 
 Sequence<Object> StaticExtensionStorage::get(ImmutableClassObject const& aObject)
 {

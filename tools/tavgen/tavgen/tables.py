@@ -53,9 +53,9 @@ class TableEmitter(ReflectionEmitter):
                         f"{cstr(prop.association) if prop.association else 'nullptr'}, {opp}, "
                         + (f"{{{cstr(prop.end)}}}" if prop.end is not None else "{nullptr}") + ",",
                         f"{refs[0]}, {refs[1]}}};"])
-        rows = ", ".join(["nullptr"] + [f"&{self.desc_name(q)}" for q in cls.props])
-        p("// Entry i is the row with id i.")
-        p.each([f"static MetaPropertyDescription* s{cls.name}_table[{len(cls.props) + 1}] = {{{rows}}};", ""])
+        rows = ", ".join(["nullptr"] + [f"&{self.desc_name(q)}" for q in cls.props] + ["nullptr"])
+        p("// Entry i is the row with id i; a null entry ends the table.")
+        p.each([f"static MetaPropertyDescription* s{cls.name}_table[{len(cls.props) + 2}] = {{{rows}}};", ""])
         sup = ", ".join([f"{{&{getter(b)}, {b.index}u}}" for b in cls.bases] + ["{nullptr, 0u}"])
         p.each([f"static MetaClassRef const s{cls.name}_superClasses[] = {{{sup}}};", ""])
         p("// The slot of the metaclass object; null until the meta-registry builds it.")
@@ -83,7 +83,7 @@ class TableEmitter(ReflectionEmitter):
                 entries.append(f"const_cast<IntrospectiveMethods*>(&NSInterface::{intf(t)}::sIntrospectiveMethods), // {i}")
             elif t:
                 # Types without properties still carry the metaType that the meta-registry sets.
-                p("static MetaPropertyDescription* s${t}_noRows[1] = {nullptr};\n"
+                p("static MetaPropertyDescription* s${t}_noRows[2] = {nullptr, nullptr};\n"
                   "static MetaClassRef const s${t}_noSupers[] = {{nullptr, 0u}};", t=t.name)
                 with p.scope("static IntrospectiveMethods s${t}_record = {", "", t=t.name):
                     p("nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,\n"

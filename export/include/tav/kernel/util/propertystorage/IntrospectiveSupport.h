@@ -4,6 +4,7 @@
 // every table function starts with, its failures, and the conversions of results.
 
 #include <tav/Export.h>
+#include <tav/TAV/Object_h.h>
 #include <tav/kernel/containers/sequence/Sequence.h>
 #include <tav/kernel/util/Cager.h>
 #include <tav/kernel/util/IntrospectiveMethods.h>
@@ -13,8 +14,6 @@
 
 namespace TAV {
 
-class ImmutableObject;
-
 namespace NSInterface {
 class ClassObjectIntf;
 }
@@ -23,11 +22,10 @@ namespace reflection {
 
 [[noreturn]] TAV_EXPORT void illegalObject(char const* aSource, int aLine);
 // "TAV.Property::getSingleValued on illegal property"
-[[noreturn]] TAV_EXPORT void illegalProperty(char const* aClass, char const* aFunction, char const* aSource,
-                                             int aLine);
+[[noreturn]] TAV_EXPORT void illegalProperty(char const* aClass, char const* aFunction, char const* aSource, int aLine);
 // "TAV.Property::getSingleValued on illegal property with id 99"
-[[noreturn]] TAV_EXPORT void illegalPropertyId(char const* aClass, char const* aFunction, unsigned aId,
-                                               char const* aSource, int aLine);
+[[noreturn]] TAV_EXPORT void illegalPropertyId(
+    char const* aClass, char const* aFunction, unsigned aId, char const* aSource, int aLine);
 
 // The object as the table's interface, I possibly const; "illegal object" if it is none.
 template <class I>
@@ -40,7 +38,10 @@ I* castTo(NSInterface::ClassObjectIntf const* aObject, char const* aSource, int 
 }
 
 // A reference read through a typed getter, as an Object on the given deviant.
-TAV_EXPORT Object objectOf(ImmutableObject const& aReference, Deviant aDeviant);
+inline Object objectOf(ImmutableObject const& aReference, Deviant aDeviant)
+{
+    return Object(aReference.internal_intf(), aDeviant);
+}
 
 // The sequence a typed getter gave; its null check raises the null-sequence message.
 inline IntrospectiveMethods::SequencePtr sequenceOf(SequenceRef const& aSequence)

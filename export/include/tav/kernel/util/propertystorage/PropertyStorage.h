@@ -17,7 +17,7 @@ class ValueObject;
 class TAV_EXPORT PropertyStorage : public RefBase<PropertyStorageIntf*> {
 public:
     PropertyStorage() = default;
-    PropertyStorage(PropertyStorageIntf* aStorage) : RefBase(aStorage) {}
+    PropertyStorage(PropertyStorageIntf* aStorage) : RefBase(aStorage) { }
 
     bool has(ImmutableClassObject const& aObject) const;
     ImmutableSequence<ImmutableObject> get(ImmutableClassObject const& aObject) const;

@@ -34,6 +34,9 @@ private:
     IntrospectiveMethods const* methods; // not owned
     std::uint32_t propertyId;
     std::int32_t lower;
+    // Whether the property's type is a metaclass: an unset reference reads as null, so
+    // getOne needs no has first.
+    bool reference;
 };
 
 } // namespace TAV
