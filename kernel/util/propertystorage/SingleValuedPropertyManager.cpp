@@ -7,6 +7,15 @@
 
 #include <utility>
 
+// The property-to-sequence view comes with the view sequences; until they are built in,
+// get says it is not available.
+#if __has_include(<tav/kernel/containers/sequence/views/GenericPropertyToSequenceProxy.h>)
+#include <tav/kernel/containers/sequence/views/GenericPropertyToSequenceProxy.h>
+#define TAV_PROPERTY_VIEW 1
+#else
+#define TAV_PROPERTY_VIEW 0
+#endif
+
 namespace TAV {
 
 namespace {
@@ -37,14 +46,20 @@ bool SingleValuedPropertyManager::has(ImmutableClassObject const& aObject) const
     return methods->getSingleValued(object, aObject.getDeviant(), propertyId).isValid();
 }
 
-ImmutableSequence<ImmutableObject> SingleValuedPropertyManager::get(ImmutableClassObject const&) const
+Sequence<Object> SingleValuedPropertyManager::get(ImmutableClassObject const& aObject)
 {
+    objectOf(aObject, kSource);
+#if TAV_PROPERTY_VIEW
+    Generic::SequencePtr view(new GenericPropertyToSequenceProxy(aObject, methods, propertyId, lower));
+    return Sequence<Object>(std::move(view), aObject.getDeviant());
+#else
     family::notYetAvailable("SingleValuedPropertyManager::get", kSource, __LINE__);
+#endif
 }
 
-Sequence<Object> SingleValuedPropertyManager::get(ImmutableClassObject const&)
+ImmutableSequence<ImmutableObject> SingleValuedPropertyManager::get(ImmutableClassObject const& aObject) const
 {
-    family::notYetAvailable("SingleValuedPropertyManager::get", kSource, __LINE__);
+    return propertystorage::readOnly(const_cast<SingleValuedPropertyManager*>(this)->get(aObject));
 }
 
 ImmutableObject SingleValuedPropertyManager::getOne(ImmutableClassObject const& aObject) const
