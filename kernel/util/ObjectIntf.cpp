@@ -1,4 +1,5 @@
 #include <tav/TAV/NSInterface/ObjectIntf.h>
+#include <tav/TAV/Object_h.h>
 
 namespace TAV::NSInterface {
 
@@ -28,6 +29,11 @@ CooperativeVisitor::VisitEntry ObjectIntf::getVisitMethod(CooperativeVisitor::Di
 void* ObjectIntf::cast(ClassInfo const& info) const
 {
     return metaInfo().cast(this, info);
+}
+
+ImmutableObject ObjectIntf::This(Deviant d) const
+{
+    return ImmutableObject(this, d);
 }
 
 bool ObjectIntf::deviant_isValid(Deviant) { return false; }

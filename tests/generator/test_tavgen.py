@@ -161,7 +161,7 @@ class KernelDescription(unittest.TestCase):
         prop = mm.by_name["Property"]
         fields = [pl.field.name for _, pl in plans.fields(prop)]
         self.assertEqual(fields, [
-            "fRedefinedProperty", "fRedefinerProperty", "fSubsettedProperty", "fSubsetterProperty",
+            "fRedefinedProperty", "fRedefinerProperty", "fSubsettedProperty", "fSubsetterProperty", "fStorage",
             "fIsReadOnly", "fDefault", "fIsComposite", "fIsDerived", "fIsDerivedUnion", "fAssociation",
             "fName", "fVisibility", "fOwnedComment", "fModelTAV", "fContainer", "fContaineeTAV",
             "fIsOrdered", "fIsUnique", "fLower", "fUpper", "fType"])

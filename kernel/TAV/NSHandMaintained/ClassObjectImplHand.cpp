@@ -5,8 +5,11 @@
 #include <tav/TAV/Model_h.h>
 #include <tav/TAV/NSInterface/ClassObjectIntf.h>
 #include <tav/TAV/NSInterface/ModelIntf.h>
+#include <tav/TAV/Property_h.h>
+#include <tav/kernel/containers/sequence/Sequence.h>
 #include <tav/kernel/deviant/ClassObjectHooks.h>
 #include <tav/kernel/util/Asserter.h>
+#include <tav/kernel/util/propertystorage/PropertyStorage.h>
 #include <tav/kernel/visitor/CooperativeVisitor.h>
 
 namespace TAV {
@@ -41,6 +44,87 @@ ImmutableModel ClassObjectIntf::getRootModel(Deviant aDeviant) const
 void ClassObjectIntf::removeOnlyRootModel(Deviant)
 {
     rootModelIsDerived(__LINE__);
+}
+
+// Reflection by property: the property's storage does the work on this object.
+namespace {
+
+PropertyStorage storageOf(ImmutableProperty const& aProperty, char const* aRefusal, int aLine)
+{
+    Asserter::Make<Exception>(aProperty.internal_intf() && aProperty.isValid(), "%s", aRefusal)
+        .handle(kSource, aLine, "");
+    return aProperty.getStorage();
+}
+
+PropertyStorage readStorage(ImmutableProperty const& aProperty, int aLine)
+{
+    return storageOf(aProperty, "Trying to get invalid property!", aLine);
+}
+
+PropertyStorage writeStorage(ImmutableProperty const& aProperty, int aLine)
+{
+    return storageOf(aProperty, "Trying to set invalid property!", aLine);
+}
+
+bool usable(ImmutableProperty const& aProperty)
+{
+    return aProperty.internal_intf() && aProperty.isValid();
+}
+
+} // namespace
+
+ImmutableSequence<ImmutableObject> ClassObjectIntf::get(Deviant aDeviant, ImmutableProperty const& aProperty) const
+{
+    PropertyStorage const storage = readStorage(aProperty, __LINE__);
+    return storage.get(ImmutableClassObject(this, aDeviant));
+}
+
+ImmutableObject ClassObjectIntf::getOne(Deviant aDeviant, ImmutableProperty const& aProperty) const
+{
+    if (!usable(aProperty))
+        return ImmutableObject();
+    PropertyStorage const storage = aProperty.getStorage();
+    return storage.getOne(ImmutableClassObject(this, aDeviant));
+}
+
+Boolean ClassObjectIntf::has(Deviant aDeviant, ImmutableProperty const& aProperty) const
+{
+    return usable(aProperty) && aProperty.getStorage().has(ImmutableClassObject(this, aDeviant));
+}
+
+void ClassObjectIntf::setOrAdd(Deviant aDeviant, ImmutableProperty const& aProperty, Object const& aValue)
+{
+    writeStorage(aProperty, __LINE__).setOrAdd(ClassObject(this, aDeviant), aValue);
+}
+
+void ClassObjectIntf::setOrAddOnly(Deviant aDeviant, ImmutableProperty const& aProperty, Object const& aValue)
+{
+    writeStorage(aProperty, __LINE__).setOrAddEndOnly(ClassObject(this, aDeviant), aValue);
+}
+
+void ClassObjectIntf::remove(Deviant aDeviant, ImmutableProperty const& aProperty, Object const& aValue)
+{
+    writeStorage(aProperty, __LINE__).remove(ClassObject(this, aDeviant), aValue);
+}
+
+void ClassObjectIntf::remove(Deviant aDeviant, ImmutableProperty const& aProperty)
+{
+    writeStorage(aProperty, __LINE__).remove(ClassObject(this, aDeviant));
+}
+
+void ClassObjectIntf::removeOnly(Deviant aDeviant, ImmutableProperty const& aProperty, Object const& aValue)
+{
+    writeStorage(aProperty, __LINE__).removeEndOnly(ClassObject(this, aDeviant), aValue);
+}
+
+void ClassObjectIntf::removeOne(Deviant aDeviant, ImmutableProperty const& aProperty)
+{
+    writeStorage(aProperty, __LINE__).removeOne(ClassObject(this, aDeviant));
+}
+
+void ClassObjectIntf::removeOneOnly(Deviant aDeviant, ImmutableProperty const& aProperty)
+{
+    writeStorage(aProperty, __LINE__).removeOneEndOnly(ClassObject(this, aDeviant));
 }
 
 } // namespace NSInterface

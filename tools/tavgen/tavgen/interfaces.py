@@ -110,7 +110,8 @@ class InterfaceEmitter(Common):
         X = intf(cls)
         ops = self.P.own_ops(cls)
         red = self.redeclared(cls)
-        s = [self.banner, "#include <tav/kernel/family/Support.h>",
+        # Sequence.h: the reflective reads of every class object answer with a sequence.
+        s = [self.banner, "#include <tav/kernel/family/Support.h>", "#include <tav/kernel/containers/sequence/Sequence.h>",
              f"#include <{self.root}/NSInterface/{X}.h>", f"#include <{self.root}/{handle_header(cls)}>"]
         for t in sorted(self.handle_types_in(ops) | {a.name for a in mm.ancestors(cls)}):
             s.append(f"#include <{self.R(t)}/{handle_header(mm.by_name[t])}>")

@@ -100,6 +100,11 @@ def cross_model_check(mm: Metamodel, p: Prop) -> str:
             f"                            \"kernel/{mm.package}/NSImplementation/{p.owner.name}Impl\", __LINE__);\n")
 
 
+def empty_is_remove(U: str) -> str:
+    """Setting an end to nothing removes it, the opposite end's list included."""
+    return f"if (!aValue.internal_intf()) {{\n    remove{U}(aDeviant);\n    return;\n}}\n"
+
+
 def upkeep_end(p: Prop) -> Optional[Prop]:
     """The opposite end whose raw list this end keeps, if it stores one."""
     opp = p.opposite.target if p.opposite else None
@@ -128,6 +133,17 @@ class Deferred(Kind):
 
     def plan(self, mm: Metamodel, p: Prop) -> PropPlan:
         return PropPlan(p, self.name, deferred=self.why(p) if callable(self.why) else self.why)
+
+
+class Redefined(Deferred):
+    """A redefinition that adds nothing to the redefined property: it emits no accessors, and
+    reflection reaches it through the redefined property's."""
+
+    def __init__(self, test):
+        super().__init__("redefinition", test, None)
+
+    def plan(self, mm, p):
+        return PropPlan(p, self.name)
 
 
 class Pending(Kind):
@@ -324,7 +340,7 @@ class Reference(Kind):
             f"if (!current.internal_intf())\n    return;\n" + first +
             f"removeOnly{U}(aDeviant);\n" + last)))
         ops.append(Op(f"set{U}", "void", [D, (H.ref(), "aValue")], False, mutating=True, logic=(
-            cross +
+            cross + empty_is_remove(U) +
             f"if (has{U}(aDeviant) && get{U}(aDeviant) == aValue)\n    return;\n"
             f"setOnly{U}(aDeviant, aValue);\n" + push)))
         ops.append(Op(f"get{U}", H, [D], True, pure=True, impl=f"return {H}(s->{fname}, aDeviant);",
@@ -388,7 +404,7 @@ class ContainerEnd(Kind):
             ops.append(Op(f"has{U}", "bool", [D], True, logic="(void)aDeviant;\nreturn true;"))
             ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic="(void)aDeviant;"))
         ops.append(Op(f"set{U}", "void", [D, (H.ref(), "aValue")], False, mutating=True, logic=(
-            cross +
+            cross + empty_is_remove(U) +
             f"if (has{slot}(aDeviant) && get{U}(aDeviant) == aValue)\n    return;\n"
             f"setOnly{U}(aDeviant, aValue);\n" + push)))
         ops.append(get)
@@ -417,7 +433,7 @@ KINDS: List[Kind] = [
     Pending(), HandRedefinition(), Hand(), SparseList(),
     Deferred("derived_list", lambda p: p.multi and p.derived and "containees" not in p.flags,
              "derived multi-valued: a view sequence"),
-    Deferred("redefinition", lambda p: p.multi and stored_by_redefinition(p), "served by the redefined property"),
+    Redefined(lambda p: p.multi and stored_by_redefinition(p)),
     Deferred("value_list", lambda p: p.multi and not p.is_reference, "multi-valued primitive: sequences milestone"),
     List(),
     Deferred("deferred", lambda p: "deferred" in p.flags, "marked deferred in the description"),
@@ -425,11 +441,10 @@ KINDS: List[Kind] = [
              lambda p: f"no C++ value class for '{p.type.name}' yet"),
     SparseValue(),
     Deferred("derived", lambda p: p.is_value and p.derived, "derived: hand-maintained semantics"),
-    Deferred("redefinition", lambda p: stored_by_redefinition(p)
-             and (p.is_value or not (p.is_container_end or p.is_container_slot)),
-             "served by the redefined property"),
+    Redefined(lambda p: stored_by_redefinition(p)
+              and (p.is_value or not (p.is_container_end or p.is_container_slot))),
     Value(), Reference(), ContainerEnd(),
-    Deferred("redefinition", stored_by_redefinition, "served by the redefined property"),
+    Redefined(stored_by_redefinition),
     Deferred("derived", lambda p: True, "derived: hand-maintained semantics"),
 ]
 

@@ -2,13 +2,14 @@
 
 from __future__ import annotations
 
-from .common import Common, cstr, handle_header
+from .common import cstr, handle_header
 from .model import UNLIMITED, Metamodel, Prop, Type
 from .plan import intf
 from .printer import Printer
+from .reflection import ReflectionEmitter
 
 
-class TableEmitter(Common):
+class TableEmitter(ReflectionEmitter):
     def getter(self, t: Type) -> str:
         """The table of the package that declares t."""
         name = f"get_{t.home.package}_PackageIntrospectiveMethods"
@@ -28,8 +29,9 @@ class TableEmitter(Common):
         p = Printer(X=intf(cls), cls=cls.name, NS=self.ns, K=self.kern, pk=self.mm.package, root=self.root,
                     banner=self.banner.rstrip("\n"), meta="StereotypeIntf" if cls.stereotype else "ClassIntf")
         p("$banner\n")
-        p('#include "$K/NSMetaRegistry/${pk}MetaSlots.h"\n#include <$root/NSInterface/$X.h>\n'
-          "#include <tav/kernel/util/IntrospectiveMethods.h>\n\nnamespace $NS {\n\nnamespace NSImplementation {\n")
+        p('#include "$K/NSMetaRegistry/${pk}MetaSlots.h"\n#include <$root/NSInterface/$X.h>')
+        p.each(self.reflection_includes(cls))
+        p("#include <tav/kernel/util/IntrospectiveMethods.h>\n\nnamespace $NS {\n\nnamespace NSImplementation {\n")
         for prop in cls.props:
             refs = []
             for kind, lst in (("redefined", prop.redefines), ("subsetted", prop.subsets)):
@@ -51,19 +53,19 @@ class TableEmitter(Common):
                         f"{cstr(prop.association) if prop.association else 'nullptr'}, {opp}, "
                         + (f"{{{cstr(prop.end)}}}" if prop.end is not None else "{nullptr}") + ",",
                         f"{refs[0]}, {refs[1]}}};"])
-        rows = ", ".join(["nullptr"] + [f"&{self.desc_name(q)}" for q in cls.props])
-        p("// Entry i is the row with id i.")
-        p.each([f"static MetaPropertyDescription* s{cls.name}_table[{len(cls.props) + 1}] = {{{rows}}};", ""])
+        rows = ", ".join(["nullptr"] + [f"&{self.desc_name(q)}" for q in cls.props] + ["nullptr"])
+        p("// Entry i is the row with id i; a null entry ends the table.")
+        p.each([f"static MetaPropertyDescription* s{cls.name}_table[{len(cls.props) + 2}] = {{{rows}}};", ""])
         sup = ", ".join([f"{{&{getter(b)}, {b.index}u}}" for b in cls.bases] + ["{nullptr, 0u}"])
         p.each([f"static MetaClassRef const s{cls.name}_superClasses[] = {{{sup}}};", ""])
         p("// The slot of the metaclass object; null until the meta-registry builds it.")
         with p.scope("NSInterface::$meta** staticGet${cls}Meta()\n{", "}\n"):
             p("static NSInterface::$meta* slot = nullptr;\nreturn &slot;")
+        self.emit_reflection(p, cls)
         p("} // namespace NSImplementation\n\nextern PackageIntrospectiveMethods sPackageIntrospectiveMethods;\n")
-        p("// The reflective functions come with reflection; until then they are null.")
         with p.scope("const IntrospectiveMethods NSInterface::$X::sIntrospectiveMethods = {", "\n} // namespace $NS"):
-            p("nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,\n"
-              "NSImplementation::s${cls}_table, NSImplementation::s${cls}_superClasses, nullptr,\n"
+            p.each(self.reflection_table(cls).split("\n"))
+            p("NSImplementation::s${cls}_table, NSImplementation::s${cls}_superClasses, nullptr,\n"
               "&sPackageIntrospectiveMethods};")
         self.files[f"{self.kern}/NSMetaRegistry/{cls.name}MetaRegistry.cpp"] = p.text()
 
@@ -81,7 +83,7 @@ class TableEmitter(Common):
                 entries.append(f"const_cast<IntrospectiveMethods*>(&NSInterface::{intf(t)}::sIntrospectiveMethods), // {i}")
             elif t:
                 # Types without properties still carry the metaType that the meta-registry sets.
-                p("static MetaPropertyDescription* s${t}_noRows[1] = {nullptr};\n"
+                p("static MetaPropertyDescription* s${t}_noRows[2] = {nullptr, nullptr};\n"
                   "static MetaClassRef const s${t}_noSupers[] = {{nullptr, 0u}};", t=t.name)
                 with p.scope("static IntrospectiveMethods s${t}_record = {", "", t=t.name):
                     p("nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,\n"

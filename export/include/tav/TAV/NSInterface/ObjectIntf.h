@@ -8,7 +8,13 @@
 namespace TAV {
 
 class Object;
+class ImmutableObject;
 class ImmutableType;
+// What the reflective operations of every interface answer with.
+template <class T>
+class ImmutableSequence;
+template <class T>
+class Sequence;
 
 namespace NSInterface {
 
@@ -47,6 +53,10 @@ public:
 
     virtual ObjectIntf const* getReadDeviantI(Deviant d, ObjectIntf const* asked) const;
     virtual ObjectIntf* getWriteDeviantI(Deviant d, ObjectIntf const* asked) const;
+
+    // The handle on this object, as every generated interface answers with its own;
+    // sequences of any object find their element type through it.
+    ImmutableObject This(Deviant d) const;
 };
 
 } // namespace NSInterface

@@ -90,7 +90,7 @@ struct IntrospectiveMethods {
     void (*removeOnlySingleValued)(NSInterface::ClassObjectIntf* object, Deviant d, unsigned id);
     SequencePtr (*getMultiValued)(NSInterface::ClassObjectIntf* object, Deviant d, unsigned id, bool flag);
     SequencePtr (*getOnlyMultiValued)(NSInterface::ClassObjectIntf* object, Deviant d, unsigned id, bool flag);
-    MetaPropertyDescription** descriptions; // by property id; entry 0 empty
+    MetaPropertyDescription** descriptions; // by property id; entry 0 empty, a null entry after the last
     MetaClassRef const* superClasses;
     NSInterface::TypeIntf* metaType;
     PackageIntrospectiveMethods* package;
