@@ -4,7 +4,7 @@ from __future__ import annotations
 
 from .common import Common, cstr, handle_header
 from .model import UNLIMITED, Metamodel, Prop, Type
-from .plan import intf
+from .plan import intf, plural
 from .printer import Printer
 
 
@@ -29,7 +29,10 @@ class TableEmitter(Common):
                     banner=self.banner.rstrip("\n"), meta="StereotypeIntf" if cls.stereotype else "ClassIntf")
         p("$banner\n")
         p('#include "$K/NSMetaRegistry/${pk}MetaSlots.h"\n#include <$root/NSInterface/$X.h>\n'
-          "#include <tav/kernel/util/IntrospectiveMethods.h>\n\nnamespace $NS {\n\nnamespace NSImplementation {\n")
+          "#include <tav/kernel/util/IntrospectiveMethods.h>")
+        p.each(f"#include <{self.R(t)}/{handle_header(self.mm.by_name[t])}>" for t in self.association_entry_headers(cls))
+        p("#include <tav/kernel/containers/sequence/Sequence.h>\n#include <tav/kernel/util/Asserter.h>\n")
+        p("namespace $NS {\n\nnamespace NSImplementation {\n")
         for prop in cls.props:
             refs = []
             for kind, lst in (("redefined", prop.redefines), ("subsetted", prop.subsets)):
@@ -60,12 +63,78 @@ class TableEmitter(Common):
         with p.scope("NSInterface::$meta** staticGet${cls}Meta()\n{", "}\n"):
             p("static NSInterface::$meta* slot = nullptr;\nreturn &slot;")
         p("} // namespace NSImplementation\n\nextern PackageIntrospectiveMethods sPackageIntrospectiveMethods;\n")
-        p("// The reflective functions come with reflection; until then they are null.")
+        functions = self.emit_association_entries(p, cls)
+        p("// The other reflective functions come with reflection; until then they are null.")
         with p.scope("const IntrospectiveMethods NSInterface::$X::sIntrospectiveMethods = {", "\n} // namespace $NS"):
-            p("nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,\n"
-              "NSImplementation::s${cls}_table, NSImplementation::s${cls}_superClasses, nullptr,\n"
-              "&sPackageIntrospectiveMethods};")
+            p.each([functions + ",",
+                    f"NSImplementation::s{cls.name}_table, NSImplementation::s{cls.name}_superClasses, nullptr,",
+                    "&sPackageIntrospectiveMethods};"])
         self.files[f"{self.kern}/NSMetaRegistry/{cls.name}MetaRegistry.cpp"] = p.text()
+
+    # -- the entries association sequences need, until reflection emits all eight -----------
+    def emit_association_entries(self, p: Printer, cls: Type) -> str:
+        """Emits the table functions that association sequences call on the far end (writing
+        one end of a single-valued property, reading a multi-valued one) and answers the eight
+        table entries, null where reflection has not filled them. Reflection's emitter replaces
+        this method whole."""
+        plans = self.P.props[cls.name]
+
+        def op_of(pl, name):
+            return next((op for op in pl.ops if op.name == name), None)
+        multi = [(pl, op_of(pl, f"get{plural(pl.prop.upper_name)}"),
+                  op_of(pl, f"get{plural(pl.prop.upper_name)}WithoutAssociation"))
+                 for pl in plans if op_of(pl, f"get{plural(pl.prop.upper_name)}WithoutAssociation")]
+        single = [(pl, op_of(pl, f"setOnly{pl.prop.upper_name}"), op_of(pl, f"removeOnly{pl.prop.upper_name}"))
+                  for pl in plans if pl.kind in ("ref", "container_end") and op_of(pl, f"setOnly{pl.prop.upper_name}")]
+        if not multi and not single:
+            return ", ".join(["nullptr"] * 8)
+        dotted = f"{self.mm.package}.{cls.name}"
+        src = f"{self.kern}/NSMetaRegistry/{cls.name}MetaRegistry"
+        c = cls.name
+        entries = ["nullptr"] * 8
+        p("namespace {\n")
+        with p.scope("NSInterface::$X* self_$cls(NSInterface::ClassObjectIntf const* aObject)\n{", "}\n"):
+            p("void* self = aObject ? aObject->cast(CooperativeVisitor::internal::classInfo<NSInterface::$X>()) : nullptr;")
+            p(f'if (!self)\n    ::TAV::Asserter::MakeAlways<::TAV::Exception>("illegal object").handle("{src}", __LINE__, "");')
+            p("return static_cast<NSInterface::$X*>(self);")
+        with p.scope("[[noreturn]] void illegal_$cls(char const* aFunction, unsigned aId)\n{", "}\n"):
+            p(f'if (aId == 0)\n    ::TAV::Asserter::MakeAlways<::TAV::Exception>("{dotted}::%s on illegal property", aFunction)'
+              f'.handle("{src}", __LINE__, "");')
+            p(f'::TAV::Asserter::MakeAlways<::TAV::Exception>("{dotted}::%s on illegal property with id %d", aFunction, int(aId))'
+              f'.handle("{src}", __LINE__, "");\n__builtin_unreachable();')
+
+        def function(name, params, cases, slot, returns=False):
+            with p.scope(f"{'::TAV::Generic::SequencePtr' if returns else 'void'} {name}_$cls(NSInterface::ClassObjectIntf* "
+                         f"aObject, Deviant aDeviant, unsigned aId{params})\n{{", "}\n"):
+                p("auto* self = self_$cls(aObject);")
+                with p.scope("switch (aId) {", "}"):
+                    for case in cases:
+                        p.each(case)
+                    p.each(["default:", "    break;"])
+                p(f'illegal_$cls("{name}", aId);')
+            entries[slot] = f"&{name}_{c}"
+        if multi:
+            for name, pick, slot in (("getMultiValued", 1, 6), ("getOnlyMultiValued", 2, 7)):
+                # getMultiValued names the property without its id, whatever the id.
+                function(name, ", bool", [[f"case {pl.prop.id}:",
+                                            f"    return self->{(full, plain)[pick - 1].name}(aDeviant).internal_pointer();"]
+                                           for pl, full, plain in multi], slot, returns=True)
+        if single:
+            function("setOnlySingleValued", ", Object const& aValue",
+                     [[f"case {pl.prop.id}:",
+                       f"    self->{setter.name}(aDeviant, {setter.params[1][0].replace(' const&', '')}(aValue));",
+                       "    return;"] for pl, setter, _ in single], 3)
+            function("removeOnlySingleValued", "",
+                     [[f"case {pl.prop.id}:", f"    self->{remover.name}(aDeviant);", "    return;"]
+                      for pl, _, remover in single], 5)
+        p("} // namespace\n")
+        return ", ".join(entries)
+
+    def association_entry_headers(self, cls: Type) -> list:
+        """What the entries above name: the handles they convert to and return."""
+        ops = [op for pl in self.P.props[cls.name] for op in pl.ops if op.sequence is not None or
+               (pl.kind in ("ref", "container_end") and op.name.startswith("setOnly"))]
+        return sorted(self.handle_types_in(ops))
 
     def emit_package_table(self) -> None:
         pk, slots = self.mm.package, self.mm.slots
