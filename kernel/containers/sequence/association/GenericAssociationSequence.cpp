@@ -160,10 +160,15 @@ Generic::IteratorPtr GenericAssociationSequence::generic_insert(Deviant const& a
 }
 
 // The model check comes first, so that a refused value leaves the old element linked.
+// A value already elsewhere in a unique storage would be refused by it after the old
+// element had been unlinked: such a replace changes neither end.
 void GenericAssociationSequence::generic_replace(Deviant const& aDeviant, int aIndex, Generic::Ref aValue)
 {
     checkSameModel(aValue);
-    unlink(aDeviant, inner->generic_at(aDeviant, aIndex));
+    Generic::Ref const old = inner->generic_at(aDeviant, aIndex);
+    if (!(old == aValue) && inner->generic_contains(aDeviant, aValue))
+        return;
+    unlink(aDeviant, old);
     link(aDeviant, aValue);
     inner->generic_replace(aDeviant, aIndex, std::move(aValue));
 }
