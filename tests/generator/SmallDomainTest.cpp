@@ -89,6 +89,16 @@ TEST_F(SmallDomainTest, ContainmentEndKeepsTheOppositeListAndTheContainees)
     item.removeOwner();
     EXPECT_FALSE(item.hasContainerTAV());
     EXPECT_EQ(items(second), 0u);
+
+    // From the list's side, through the domain's own tables, on a class of two bases.
+    second.getItems().push_back(item);
+    EXPECT_TRUE(item.getOwner() == second);
+    EXPECT_EQ(items(second) + containees(second), 2u);
+    first.getItems().insert(0, item);
+    EXPECT_EQ(items(second) + containees(second), 0u) << "a single-valued far end leaves its old list";
+    first.getItems().erase(0);
+    EXPECT_FALSE(item.hasOwner());
+    EXPECT_EQ(items(first) + containees(first), 0u);
 }
 
 TEST_F(SmallDomainTest, OneWayReferenceIntoAnotherModelIsCounted)
