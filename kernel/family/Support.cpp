@@ -1,7 +1,11 @@
 #include <tav/kernel/family/Support.h>
 
+#include <tav/TAV/Object_h.h>
 #include <tav/TAV/String.h>
+#include <tav/kernel/containers/sequence/GenericAssociationSequence.h>
+#include <tav/kernel/containers/sequence/GenericDeviantSequence.h>
 #include <tav/kernel/util/Asserter.h>
+#include <tav/kernel/util/IntrospectiveMethods.h>
 
 #include <string>
 #include <vector>
@@ -76,6 +80,47 @@ void crossModelCheck(Deviant aDeviant, Deviant aOther, IntrospectiveMethods cons
     if (aDeviant.isInDifferentModel(aOther, aMethods, aId))
         Asserter::MakeAlways<Exception>("Cross-model bi-directional associations are currently disallowed!")
             .handle(aSource, aLine, "");
+}
+
+Generic::SequencePtr deviantSequence(NSInterface::ClassObjectIntf const* aSelf, Deviant aDeviant,
+                                     IntrospectiveMethods const* aMethods, unsigned aId)
+{
+    return Generic::SequencePtr(new Generic::HeapCounted<GenericDeviantSequence>(
+        const_cast<NSInterface::ClassObjectIntf*>(aSelf), aDeviant, aMethods, aId));
+}
+
+Generic::SequencePtr associationSequence(NSInterface::ClassObjectIntf const* aSelf, Deviant aDeviant,
+                                         Generic::SequencePtr const& aInner,
+                                         IntrospectiveMethods const* aOppositeMethods, unsigned aOppositeId)
+{
+    MetaPropertyDescription const* const opposite = aOppositeMethods->descriptions[aOppositeId];
+    bool const single = (opposite->flags & MetaPropertyDescription::kMultiValued) == 0;
+    Object const owner(static_cast<NSInterface::ObjectIntf*>(const_cast<NSInterface::ClassObjectIntf*>(aSelf)),
+                       aDeviant);
+    return Generic::SequencePtr(
+        new Generic::HeapCounted<GenericAssociationSequence>(owner, aInner, aOppositeMethods, aOppositeId, single));
+}
+
+namespace {
+MultiIndexImplInternal::MultiIndexImplForRefs<true>* refsStorage(Generic::SequenceIntf* aStorage)
+{
+    using Storage = MultiIndexImplInternal::MultiIndexImplForRefs<true>;
+    auto* const storage =
+        aStorage ? static_cast<Storage*>(aStorage->cast(CooperativeVisitor::internal::classInfo<Storage>())) : nullptr;
+    if (!storage)
+        Asserter::MakeAlways<Exception>("operating on null sequence").handle("kernel/family/Support", __LINE__, "");
+    return storage;
+}
+} // namespace
+
+void rawAdd(Generic::SequenceIntf* aStorage, NSInterface::ClassObjectIntf const* aItem)
+{
+    refsStorage(aStorage)->rawAdd(aItem);
+}
+
+void rawRemove(Generic::SequenceIntf* aStorage, NSInterface::ClassObjectIntf const* aItem)
+{
+    refsStorage(aStorage)->rawRemove(aItem);
 }
 
 // A deviant of another model acts on the object's own root.

@@ -27,11 +27,6 @@ protected:
     Item newItem() { return Item(make<NSImplementation::ItemImpl>(root), root); }
     Box newBox(Deviant aRoot) { return Box(make<NSImplementation::BoxImpl>(aRoot), aRoot); }
 
-    static std::size_t count(TAV::RawRefList const* aList, TAV::ImmutableClassObject const& aObject)
-    {
-        return static_cast<std::size_t>(std::count(aList->begin(), aList->end(), aObject.internal_intf()));
-    }
-
     TAV::Model model{make<TAV::NSImplementation::ModelImpl>(root), root};
 };
 
@@ -81,8 +76,8 @@ TEST_F(SmallDomainTest, ContainmentEndKeepsTheOppositeListAndTheContainees)
     Item item = newItem();
     Box first = newBox(root);
     Box second = newBox(root);
-    auto items = [&](Box const& b) { return count(b.internal_intf()->internal_rawItems(root), item); };
-    auto containees = [&](Box const& b) { return count(b.internal_intf()->internal_rawContaineeTAVs(root), item); };
+    auto items = [&](Box const& b) { return std::size_t(b.getItems().contains(item)); };
+    auto containees = [&](Box const& b) { return std::size_t(b.getContaineeTAVs().contains(item)); };
 
     Transaction t(root);
     item.setOwner(first);
@@ -94,6 +89,16 @@ TEST_F(SmallDomainTest, ContainmentEndKeepsTheOppositeListAndTheContainees)
     item.removeOwner();
     EXPECT_FALSE(item.hasContainerTAV());
     EXPECT_EQ(items(second), 0u);
+
+    // From the list's side, through the domain's own tables, on a class of two bases.
+    second.getItems().push_back(item);
+    EXPECT_TRUE(item.getOwner() == second);
+    EXPECT_EQ(items(second) + containees(second), 2u);
+    first.getItems().insert(0, item);
+    EXPECT_EQ(items(second) + containees(second), 0u) << "a single-valued far end leaves its old list";
+    first.getItems().erase(0);
+    EXPECT_FALSE(item.hasOwner());
+    EXPECT_EQ(items(first) + containees(first), 0u);
 }
 
 TEST_F(SmallDomainTest, OneWayReferenceIntoAnotherModelIsCounted)

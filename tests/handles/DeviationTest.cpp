@@ -126,7 +126,7 @@ TEST_F(FamilyTest, TwoBaseObjectsAnswerThroughEveryPath)
     EXPECT_EQ(attribute.getUpper(), UnlimitedNatural(7));
     EXPECT_EQ(ImmutableNamedElement(me).getName(), String("run"));
     EXPECT_TRUE(op.getClass() == c);
-    EXPECT_EQ(c.internal_intf()->internal_rawOwnedOperations(root)->size(), 1u);
+    EXPECT_EQ(c.getOwnedOperations().size(), 1);
     EXPECT_TRUE(op.getNamespace() == ImmutableNamespace(c));
     EXPECT_TRUE(op.getDatatype().internal_intf() == nullptr);
     EXPECT_EQ(pkg.getUri(), String("urn:p"));

@@ -4,6 +4,7 @@
 
 #include "kernel/TAV/NSImplementation/AssociationImpl.h"
 #include "kernel/TAV/NSImplementation/ClassImpl.h"
+#include "kernel/TAV/NSImplementation/DynamicStereotypeObjectImpl.h"
 #include "kernel/TAV/NSImplementation/OperationImpl.h"
 #include "kernel/TAV/NSImplementation/ParameterImpl.h"
 #include "kernel/TAV/NSImplementation/PropertyImpl.h"
@@ -14,6 +15,7 @@
 #include <tav/TAV/Operation_h.h>
 #include <tav/TAV/Parameter_h.h>
 #include <tav/TAV/Property_h.h>
+#include <tav/TAV/StereotypeObject_h.h>
 #include <tav/kernel/deviant/DeviantImpl.h>
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/util/Exception.h>

@@ -8,7 +8,6 @@
 #include <tav/TAV/NSInterface/PrimitiveTypeIntf.h>
 #include <tav/TAV/ValueObject_h.h>
 #include <tav/kernel/containers/sequence/Sequence.h>
-#include <tav/kernel/family/RawRefList.h>
 #include <tav/kernel/util/IntrospectiveMethods.h>
 #include <tav/kernel/util/TAVCast.h>
 
@@ -193,7 +192,7 @@ TEST_F(TableTest, AssociationEndsKeepOrSkipTheOppositeList)
     ASSERT_EQ(std::string(m.descriptions[classId]->name), "class");
     Property p = newProperty();
     Class c = newClass();
-    auto listed = [&] { return c.internal_intf()->internal_rawOwnedAttributes(root)->contains(co(p)); };
+    auto listed = [&] { return c.getOwnedAttributesWithoutAssociation().contains(p); };
     open(root);
 
     m.setOnlySingleValued(co(p), root, classId, Object(c));
@@ -225,7 +224,7 @@ TEST_F(TableTest, RedefinitionsReachTheRedefiningAccessor)
     ASSERT_EQ(std::string(om.descriptions[10]->name), "type");
     open(root);
     result.setDirection(ParameterDirectionKind::Return);
-    op.internal_intf()->internal_rawOwnedParametersForWrite(root)->push_back(co(result));
+    op.getOwnedParametersWithoutAssociation().push_back(result);
     om.setSingleValued(co(op), root, 10, Object(c));
     close(root);
     EXPECT_TRUE(result.getType() == ImmutableType(c));

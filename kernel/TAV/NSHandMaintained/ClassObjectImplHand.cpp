@@ -127,6 +127,40 @@ void ClassObjectIntf::removeOneOnly(Deviant aDeviant, ImmutableProperty const& a
     writeStorage(aProperty, __LINE__).removeOneEndOnly(ClassObject(this, aDeviant));
 }
 
+// One entry per tool: the one a tool's name finds, or the empty info.
+ExternalToolInfo ClassObjectIntf::getExternalToolInfo(Deviant aDeviant, String const& aTool) const
+{
+    if (!hasExternalToolInfos(aDeviant))
+        return ExternalToolInfo();
+    for (ExternalToolInfo const& info : getExternalToolInfosWithoutAssociation(aDeviant))
+        if (info.getTool() == aTool)
+            return info;
+    return ExternalToolInfo();
+}
+
+// Replaces the entry of the same tool, or adds one; an equal entry is left alone,
+// so that an unchanged write copies no state.
+void ClassObjectIntf::setExternalToolInfo(Deviant aDeviant, ExternalToolInfo const& aInfo)
+{
+    Sequence<ExternalToolInfo> const infos = getExternalToolInfosWithoutAssociation(aDeviant);
+    int const size = hasExternalToolInfos(aDeviant) ? infos.size() : 0;
+    for (int i = 0; i < size; ++i) {
+        ExternalToolInfo const current = infos.at(i);
+        if (current.getTool() != aInfo.getTool())
+            continue;
+        if (current != aInfo)
+            infos.replace(i, aInfo);
+        return;
+    }
+    infos.push_back(aInfo);
+}
+
+void ClassObjectIntf::removeExternalToolInfo(Deviant aDeviant, ExternalToolInfo const& aInfo)
+{
+    if (hasExternalToolInfos(aDeviant))
+        getExternalToolInfosWithoutAssociation(aDeviant).removeAll(aInfo);
+}
+
 } // namespace NSInterface
 
 namespace {

@@ -6,20 +6,15 @@
 #include <tav/TAV/Operation_h.h>
 #include <tav/TAV/Parameter_h.h>
 #include <tav/TAV/Type_h.h>
-#include <tav/kernel/family/RawRefList.h>
+#include <tav/kernel/containers/sequence/Sequence.h>
 
 namespace TAV::NSInterface {
 
 ImmutableParameter OperationIntf::returnResult(Deviant aDeviant) const
 {
-    RawRefList const* parameters = internal_rawOwnedParameters(aDeviant);
-    if (!parameters)
-        return ImmutableParameter();
-    for (ClassObjectIntf* item : *parameters) {
-        ImmutableParameter parameter(ImmutableClassObject(item, aDeviant));
-        if (parameter.internal_intf() && parameter.getDirection() == ParameterDirectionKind::Return)
+    for (ImmutableParameter const& parameter : getOwnedParametersWithoutAssociation(aDeviant))
+        if (parameter.getDirection() == ParameterDirectionKind::Return)
             return parameter;
-    }
     return ImmutableParameter();
 }
 

@@ -19,7 +19,7 @@ int main()
     std::cout << "on its shelf: " << (product.getShelf() == shelf ? "yes" : "no") << '\n';
     std::cout << "contained: " << (product.getContainerTAV() == TAV::ImmutableClassObject(shelf) ? "yes" : "no")
               << '\n';
-    std::cout << "shelf holds: " << shelf.internal_intf()->internal_rawProducts(root)->size() << '\n';
+    std::cout << "shelf holds: " << shelf.getProducts().size() << '\n';
     product.removeShelf();
     std::cout << "after removal: " << (product.hasContainerTAV() ? "contained" : "free") << '\n';
 }

@@ -16,7 +16,7 @@ NULLREF = "Cannot access NULL ref. Use isValid() before calling methods"
 STORAGE = {
     "value": "stored in the state", "sparse_value": "kept outside the states, keyed by the state",
     "ref": "stored in the state", "container_end": "stored through the container slot",
-    "list": "a raw list in the state", "sparse_list": "kept outside the states, keyed by the state",
+    "list": "a unique multi-index in the state", "sparse_list": "kept outside the states, keyed by the state",
     "pending": "declared; raises until it is served", "hand": "hand-maintained",
     "hand_redefinition": "hand-maintained over the redefined property",
 }

@@ -2,14 +2,29 @@
 
 from __future__ import annotations
 
-from .common import Common, handle_header, indent
+from .common import Common, handle_header
 from .model import Type
 from .plan import Op, himm, hmut, intf, sig_key
+from .printer import Printer
+
+
+def immutable_element(op: Op) -> str:
+    """What the immutable handle's sequences show: the immutable handle, or the value itself."""
+    E = op.sequence
+    return f"Immutable{E}" if E.handle is not None else str(E)
+
+
+def handle_ret(op: Op, immutable: bool) -> str:
+    """A sequence getter reads through ImmutableSequence on the immutable handle."""
+    if op.sequence is None:
+        return str(op.ret)
+    return f"ImmutableSequence<{immutable_element(op)}>" if immutable else f"Sequence<{op.sequence}>"
 
 
 class HandleEmitter(Common):
     def handle_ops(self, cls: Type):
-        """(declaring class, op) pairs of the read and write surfaces."""
+        """(declaring class, op) pairs of the read and write surfaces. The mutable handle
+        answers every sequence getter of the class and its ancestors with a Sequence."""
         def once(pairs):
             # A redefinition is reached through the most derived declaration.
             seen = set()
@@ -17,132 +32,141 @@ class HandleEmitter(Common):
         read = once((c, op) for c in self.handle_read_classes(cls) if not c.handwritten
                     for op in self.P.own_ops(c) if op.on_handle and not op.mutating)
         write = once((c, op) for c in self.covered_by(cls) if not c.handwritten
-                     for op in self.P.own_ops(c) if op.on_handle and op.mutating)
+                     for op in self.P.own_ops(c) if op.on_handle and (op.mutating or op.sequence))
         return read, write
+
+    def element_intfs(self, ops) -> list:
+        """The interfaces of the handles that sequences hold: their typed views need them whole."""
+        return sorted({op.sequence.handle.name for op in ops if op.sequence is not None and op.sequence.handle})
 
     def emit_handle(self, cls: Type) -> None:
         mm = self.mm
         I, M, X = himm(cls), hmut(cls), intf(cls)
         read, write = self.handle_ops(cls)
+        every = [op for _, op in read + write]
         chain = mm.first_chain(cls)
         nonchain = [a for a in mm.ancestors(cls) if a not in chain]
-        fwd = set(self.handle_types_in([op for _, op in read + write])) | {a.name for a in mm.ancestors(cls)}
+        fwd = set(self.handle_types_in(every)) | {a.name for a in mm.ancestors(cls)}
         fwd.discard(cls.name)
-        vheaders = sorted(self.value_headers_in([op for _, op in read + write]))
+        sequences = any(op.sequence is not None for op in every)
 
         # declaration part
-        d = [self.banner, "#pragma once\n"] + self.prelude_include()
+        d = Printer(I=I, M=M, X=X, NS=self.ns)
+        d(self.banner)
+        d("#pragma once\n")
+        d.each(self.prelude_include())
         if cls.bases:
-            d.append(f"#include <{self.R(cls.bases[0])}/detail/{cls.bases[0].name}_hdecl.h>")
+            d(f"#include <{self.R(cls.bases[0])}/detail/{cls.bases[0].name}_hdecl.h>")
         else:
-            d.append("#include <tav/kernel/family/HandleBase.h>")
-        for h in vheaders:
-            d.append(f"#include <{h}>")
-        d.append(f"\nnamespace {self.ns} {{\n")
-        d.append(f"namespace NSInterface {{\nclass {X};\n}}\n")
+            d("#include <tav/kernel/family/HandleBase.h>")
+        d.each(f"#include <{h}>" for h in sorted(self.value_headers_in(every)))
+        if sequences:
+            d("#include <tav/kernel/containers/sequence/SequenceFwd.h>")
+        d("\nnamespace $NS {\n\nnamespace NSInterface {\nclass $X;\n}\n")
         for n in self.own(fwd):
-            d.append(f"class Immutable{n};\nclass {n};")
+            d("class Immutable$n;\nclass $n;", n=n)
+        d()
         base = f"Immutable{cls.bases[0].name}" if cls.bases else "HandleBase"
-        body = [f"{I}() = default;",
-                f"{I}(NSInterface::{X} const* aObject, Deviant aDeviant);"]
-        if cls.bases:
-            body.append("// Any handle, by the cooperative cast: empty if the object is no " + cls.name + ".")
-            body.append(f"explicit {I}(ImmutableObject const& aOther);")
-        for a in nonchain:
-            body.append(f"operator Immutable{a.name}() const;")
-        body.append(f"NSInterface::{X}* internal_intf() const;")
-        body.append(f"friend bool operator==({I} const& a, {I} const& b) {{ return a.internal_sameObject(b); }}")
-        for op in self.accessor_notes(op for _, op in read):
-            body.append(op if isinstance(op, str) else self.handle_decl(op))
-        d.append(f"\nclass TAV_EXPORT {I} : public {base} {{\npublic:\n{indent(chr(10).join(body))}\n}};\n")
-        body = ["// Marks the mutable handles for the explicit conversions between them.",
-                "using MutableHandleTag = void;",
-                f"{M}() = default;",
-                f"{M}(NSInterface::{X}* aObject, Deviant aDeviant);",
-                "template <class H>",
-                "    requires requires { typename H::MutableHandleTag; }",
-                f"explicit {M}(H const& aOther) : {I}(static_cast<ImmutableObject const&>(aOther)) {{}}"]
-        for a in mm.ancestors(cls):
-            body.append(f"operator {a.name}() const;")
-        for op in self.accessor_notes(op for _, op in write):
-            body.append(op if isinstance(op, str) else self.handle_decl(op))
-        d.append(f"class TAV_EXPORT {M} : public {I} {{\npublic:\n{indent(chr(10).join(body))}\n}};\n")
-        d.append(f"}} // namespace {self.ns}\n")
-        self.files[f"export/include/{self.root}/detail/{cls.name}_hdecl.h"] = "\n".join(d)
+        with d.scope(f"class TAV_EXPORT $I : public {base} {{\npublic:", "};\n"):
+            d("$I() = default;\n$I(NSInterface::$X const* aObject, Deviant aDeviant);")
+            if cls.bases:
+                d(f"// Any handle, by the cooperative cast: empty if the object is no {cls.name}.")
+                d("explicit $I(ImmutableObject const& aOther);")
+            d.each(f"operator Immutable{a.name}() const;" for a in nonchain)
+            d("NSInterface::$X* internal_intf() const;")
+            d("friend bool operator==($I const& a, $I const& b) { return a.internal_sameObject(b); }")
+            d.each(op if isinstance(op, str) else self.handle_decl(op, True)
+                   for op in self.accessor_notes(op for _, op in read))
+        with d.scope("class TAV_EXPORT $M : public $I {\npublic:", "};\n"):
+            d("// Marks the mutable handles for the explicit conversions between them.\n"
+              "using MutableHandleTag = void;\n$M() = default;\n$M(NSInterface::$X* aObject, Deviant aDeviant);\n"
+              "template <class H>\n    requires requires { typename H::MutableHandleTag; }\n"
+              "explicit $M(H const& aOther) : $I(static_cast<ImmutableObject const&>(aOther)) {}")
+            d.each(f"operator {a.name}() const;" for a in mm.ancestors(cls))
+            d.each(op if isinstance(op, str) else self.handle_decl(op, False)
+                   for op in self.accessor_notes(op for _, op in write))
+        d("} // namespace $NS")
+        self.files[f"export/include/{self.root}/detail/{cls.name}_hdecl.h"] = d.text()
 
         # inline part
-        n = [self.banner, "#pragma once\n", f"#include <{self.root}/detail/{cls.name}_hdecl.h>",
-             f"#include <{self.root}/NSInterface/{X}.h>"]
+        others = sorted(self.handle_types_in(every) - {cls.name})
+        n = Printer(I=I, M=M, X=X, NS=self.ns, root=self.root, cls=cls.name)
+        n(self.banner)
+        n("#pragma once\n\n#include <$root/detail/${cls}_hdecl.h>\n#include <$root/NSInterface/$X.h>")
         if cls.bases:
-            n.append(f"#include <{self.R(cls.bases[0])}/detail/{cls.bases[0].name}_hinl.h>")
-        for t in sorted(self.handle_types_in([op for _, op in read + write]) - {cls.name}):
-            n.append(f"#include <{self.R(t)}/detail/{t}_hdecl.h>")
-        n.append(f"\nnamespace {self.ns} {{\n")
-        if cls.bases:
-            n.append(f"inline NSInterface::{X}* {I}::internal_intf() const\n{{\n"
-                     f"    return static_cast<NSInterface::{X}*>(Immutable{cls.bases[0].name}::internal_intf());\n}}\n")
-        else:
-            n.append(f"inline NSInterface::{X}* {I}::internal_intf() const\n{{\n"
-                     f"    return static_cast<NSInterface::{X}*>(fObject);\n}}\n")
+            n(f"#include <{self.R(cls.bases[0])}/detail/{cls.bases[0].name}_hinl.h>")
+        n.each(f"#include <{self.R(t)}/detail/{t}_hdecl.h>" for t in others)
+        n.each(f"#include <{self.R(t)}/NSInterface/{intf(mm.by_name[t])}.h>" for t in self.element_intfs(every))
+        if sequences:
+            n("#include <tav/kernel/containers/sequence/Sequence.h>")
+        n("\nnamespace $NS {\n")
+        with n.scope("inline NSInterface::$X* $I::internal_intf() const\n{", "}\n"):
+            if cls.bases:
+                n(f"return static_cast<NSInterface::$X*>(Immutable{cls.bases[0].name}::internal_intf());")
+            else:
+                n("return static_cast<NSInterface::$X*>(fObject);")
         src = self.handle_source_name(cls)
         for c, op in read:
-            n.append(self.handle_def(cls, I, c, op, src, False))
+            self.handle_def(n, cls, I, c, op, src, immutable=True)
         for c, op in write:
-            n.append(self.handle_def(cls, M, c, op, src, True))
-        n.append(f"}} // namespace {self.ns}\n")
+            self.handle_def(n, cls, M, c, op, src, immutable=False)
+        n("} // namespace $NS\n")
         # Handles this one hands out are usable at once: their inline bodies come along.
         # Included last, so that a cycle finds this file's definitions already made.
-        for t in sorted(self.handle_types_in([op for _, op in read + write]) - {cls.name}):
-            n.append(f"#include <{self.R(t)}/detail/{t}_hinl.h>")
-        self.files[f"export/include/{self.root}/detail/{cls.name}_hinl.h"] = "\n".join(n) + "\n"
+        n.each(f"#include <{self.R(t)}/detail/{t}_hinl.h>" for t in others)
+        self.files[f"export/include/{self.root}/detail/{cls.name}_hinl.h"] = n.text()
 
-        self.files[f"export/include/{self.root}/{handle_header(cls)}"] = (
-            f"{self.banner}#pragma once\n\n#include <{self.root}/detail/{cls.name}_hdecl.h>\n"
-            f"#include <{self.root}/detail/{cls.name}_hinl.h>\n")
+        h = Printer(root=self.root, cls=cls.name)
+        h(self.banner.rstrip("\n"))
+        h("#pragma once\n\n#include <$root/detail/${cls}_hdecl.h>\n#include <$root/detail/${cls}_hinl.h>")
+        self.files[f"export/include/{self.root}/{handle_header(cls)}"] = h.text()
 
         # out-of-line part
-        s = [self.banner, f"#include <{self.root}/{handle_header(cls)}>"]
-        for a in mm.ancestors(cls):
-            s.append(f"#include <{self.R(a)}/{handle_header(a)}>")
-        s.append(f"#include <tav/kernel/visitor/CooperativeVisitor.h>\n\nnamespace {self.ns} {{\n")
-        canon = self.canonical_expr(cls, "p")
-        s.append(f"{I}::{I}(NSInterface::{X} const* aObject, Deviant aDeviant)\n{{\n"
-                 f"    if (aObject) {{\n"
-                 f"        auto* p = const_cast<NSInterface::{X}*>(aObject);\n"
-                 f"        acquire({canon});\n"
-                 f"        // Several sub-objects may be {X}s; keep the one the cast names.\n"
-                 f"        void* exact = p->cast(CooperativeVisitor::internal::classInfo<NSInterface::{X}>());\n"
-                 f"        if (exact != static_cast<void*>(p)) {{\n"
-                 f"            p = static_cast<NSInterface::{X}*>(exact);\n"
-                 f"            reacquire(p ? {canon} : nullptr);\n"
-                 f"        }}\n"
-                 f"    }}\n"
-                 f"    setDeviant(aDeviant);\n}}\n")
+        s = Printer(I=I, M=M, X=X, NS=self.ns, canon=self.canonical_expr(cls, "p"))
+        s(self.banner)
+        s(f"#include <{self.root}/{handle_header(cls)}>")
+        s.each(f"#include <{self.R(a)}/{handle_header(a)}>" for a in mm.ancestors(cls))
+        s("#include <tav/kernel/visitor/CooperativeVisitor.h>\n\nnamespace $NS {\n")
+        with s.scope("$I::$I(NSInterface::$X const* aObject, Deviant aDeviant)\n{", "}\n"):
+            with s.scope("if (aObject) {", "}"):
+                s("auto* p = const_cast<NSInterface::$X*>(aObject);\nacquire($canon);")
+                s("// Several sub-objects may be ${X}s; keep the one the cast names.")
+                s("void* exact = p->cast(CooperativeVisitor::internal::classInfo<NSInterface::$X>());")
+                with s.scope("if (exact != static_cast<void*>(p)) {", "}"):
+                    s("p = static_cast<NSInterface::$X*>(exact);\nreacquire(p ? $canon : nullptr);")
+            s("setDeviant(aDeviant);")
         if cls.bases:
-            s.append(f"{I}::{I}(ImmutableObject const& aOther)\n{{\n"
-                     f"    if (void* r = castFrom(aOther, CooperativeVisitor::internal::classInfo<NSInterface::{X}>())) {{\n"
-                     f"        auto* p = static_cast<NSInterface::{X}*>(r);\n"
-                     f"        acquire({canon});\n"
-                     f"    }}\n}}\n")
+            with s.scope("$I::$I(ImmutableObject const& aOther)\n{", "}\n"):
+                with s.scope("if (void* r = castFrom(aOther, CooperativeVisitor::internal::classInfo<NSInterface::$X>())) {",
+                             "}"):
+                    s("auto* p = static_cast<NSInterface::$X*>(r);\nacquire($canon);")
         for a in nonchain:
-            s.append(f"{I}::operator Immutable{a.name}() const\n{{\n"
-                     f"    return Immutable{a.name}(static_cast<ImmutableObject const&>(*this));\n}}\n")
-        s.append(f"{M}::{M}(NSInterface::{X}* aObject, Deviant aDeviant) : {I}(aObject, aDeviant) {{}}\n")
+            with s.scope("$I::operator Immutable$A() const\n{", "}\n", A=a.name):
+                s("return Immutable$A(static_cast<ImmutableObject const&>(*this));", A=a.name)
+        s("$M::$M(NSInterface::$X* aObject, Deviant aDeviant) : $I(aObject, aDeviant) {}\n")
         for a in mm.ancestors(cls):
-            s.append(f"{M}::operator {a.name}() const\n{{\n    return {a.name}(*this);\n}}\n")
-        s.append(f"}} // namespace {self.ns}\n")
-        self.files[f"{self.kern}/NSHandles/{cls.name}_h.cpp"] = "\n".join(s)
+            with s.scope("$M::operator $A() const\n{", "}\n", A=a.name):
+                s("return $A(*this);", A=a.name)
+        s("} // namespace $NS")
+        self.files[f"{self.kern}/NSHandles/{cls.name}_h.cpp"] = s.text()
 
-    def handle_decl(self, op: Op) -> str:
+    def handle_decl(self, op: Op, immutable: bool) -> str:
         ps = ", ".join(f"{t} {n}" for t, n in op.params[1:])
-        return f"{op.ret} {op.name}({ps}) const;"
+        return f"{handle_ret(op, immutable)} {op.name}({ps}) const;"
 
-    def handle_def(self, cls: Type, H: str, decl: Type, op: Op, src: str, mutating: bool) -> str:
+    def handle_def(self, p: Printer, cls: Type, H: str, decl: Type, op: Op, src: str, immutable: bool) -> None:
         ps = ", ".join(f"{t} {n}" for t, n in op.params[1:])
         target = self.up_chain("internal_intf()", self.mm.path_to(cls, decl))
         args = ", ".join(["fDeviant"] + [n for _, n in op.params[1:]])
-        ret = "" if op.ret == "void" else "return "
-        w = "    assertWritable();\n" if mutating else ""
-        return (f"inline {op.ret} {H}::{op.name}({ps}) const\n{{\n"
-                f"    if (!fObject)\n        nullReference(\"{src}\", __LINE__);\n{w}"
-                f"    {ret}{target}->{op.name}({args});\n}}\n")
+        ret = handle_ret(op, immutable)
+        with p.scope(f"inline {ret} {H}::{op.name}({ps}) const\n{{", "}\n"):
+            p.each(["if (!fObject)", f"    nullReference(\"{src}\", __LINE__);"])
+            if op.sequence is not None and immutable:
+                # Reading needs no upkeep of the opposite end: the plain sequence serves.
+                plain = op.name if op.name.endswith("WithoutAssociation") else op.name + "WithoutAssociation"
+                p.each([f"Sequence<{op.sequence}> const s = {target}->{plain}(fDeviant);",
+                        f"return {ret}(s.internal_pointer(), s.getDeviant());"])
+                return
+            if op.mutating:
+                p("assertWritable();")
+            p.each([f"{'' if op.ret == 'void' else 'return '}{target}->{op.name}({args});"])

@@ -7,13 +7,14 @@ from .plan import intf
 
 # What generated code names unqualified from the runtime's namespace.
 RUNTIME_NAMES = ["Deviant", "ListOfReferences", "String", "Integer", "Boolean", "UnlimitedNatural", "Object", "ImmutableObject",
-                 "HandleBase", "RawRefList", "SparseMap", "ReferenceCountingIntf", "StateFactory", "Deviations",
+                 "HandleBase", "SparseMap", "Sequence", "ImmutableSequence", "MultiIndexImpl", "ReferenceCountingIntf", "StateFactory", "Deviations",
                  "IntrospectiveMethods", "PackageIntrospectiveMethods", "MetaPropertyDescription",
                  "MetaPropertyRef", "MetaClassRef", "ImmutableSequence", "Sequence"]
 RUNTIME_NAMESPACES = ["family", "CooperativeVisitor"]
 RUNTIME_HEADERS = ["tav/TAV/Boolean.h", "tav/TAV/Integer.h", "tav/TAV/String.h", "tav/TAV/UnlimitedNatural.h",
                    "tav/TAV/detail/Object_hdecl.h", "tav/kernel/family/Support.h",
-                   "tav/kernel/util/IntrospectiveMethods.h", "tav/TAV/NSInterface/ObjectIntf.h"]
+                   "tav/kernel/util/IntrospectiveMethods.h", "tav/TAV/NSInterface/ObjectIntf.h",
+                   "tav/kernel/containers/sequence/SequenceFwd.h"]
 
 
 class ImportEmitter(Common):

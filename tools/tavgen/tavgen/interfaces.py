@@ -4,9 +4,10 @@ from __future__ import annotations
 
 from typing import List
 
-from .common import RUNTIME_VERSION, Common, handle_header, indent
+from .common import RUNTIME_VERSION, Common, handle_header
 from .model import Type
 from .plan import Op, intf, sig_key
+from .printer import Printer
 
 
 class InterfaceEmitter(Common):
@@ -47,56 +48,50 @@ class InterfaceEmitter(Common):
         X = intf(cls)
         ops = self.P.own_ops(cls)
         red = self.redeclared(cls)
-        d = [self.banner, "#pragma once\n"] + self.prelude_include()
-        for b in cls.bases:
-            d.append(f"#include <{self.R(b)}/NSInterface/{intf(b)}.h>")
-        for h in sorted(self.value_headers_in(ops + [o for _, _, o in red])):
-            d.append(f"#include <{h}>")
+        every = ops + [o for _, _, o in red]
+        p = Printer(X=X, NS=self.ns, V=str(RUNTIME_VERSION))
+        p(self.banner)
+        p("#pragma once\n")
+        p.each(self.prelude_include())
+        p.each(f"#include <{self.R(b)}/NSInterface/{intf(b)}.h>" for b in cls.bases)
+        p.each(f"#include <{h}>" for h in sorted(self.value_headers_in(every)))
         if not cls.bases:
-            d.append("#include <tav/TAV/NSInterface/ObjectIntf.h>")
-        d.append("#include <tav/kernel/family/InterfaceCasts.h>")
-        d.append("#include <tav/kernel/family/Version.h>\n")
-        d.append(f"#if TAV_FAMILY_RUNTIME_VERSION != {RUNTIME_VERSION}\n"
-                 f"#error \"generated for version {RUNTIME_VERSION} of the TAV family runtime: regenerate with this library's tavgen\"\n"
-                 "#endif")
-        d.append(f"\nnamespace {self.ns} {{\n")
+            p("#include <tav/TAV/NSInterface/ObjectIntf.h>")
+        if any(op.sequence for op in every):
+            p("#include <tav/kernel/containers/sequence/SequenceFwd.h>")
+        p("#include <tav/kernel/family/InterfaceCasts.h>\n#include <tav/kernel/family/Version.h>\n")
+        p("#if TAV_FAMILY_RUNTIME_VERSION != $V\n"
+          "#error \"generated for version $V of the TAV family runtime: regenerate with this library's tavgen\"\n"
+          "#endif\n\nnamespace $NS {\n")
         if not self.mm.packages:
-            d.append("struct IntrospectiveMethods;")
-        hts = self.handle_types_in(ops + [o for _, _, o in red]) | {cls.name}
-        for n in self.own(hts):
-            d.append(f"class Immutable{n};\nclass {n};")
+            p("struct IntrospectiveMethods;")
+        for n in self.own(self.handle_types_in(every) | {cls.name}):
+            p("class Immutable$n;\nclass $n;", n=n)
         if not self.mm.packages:
-            d.append("class RawRefList;\ntemplate <class V>\nclass SparseMap;")
-        d.append("\nnamespace NSInterface {\n")
+            p("template <class V>\nclass SparseMap;\nnamespace family {\ntemplate <class T>\nclass SparseSequence;\n}")
+        p("\nnamespace NSInterface {\n")
         bases = ", ".join(f"public {intf(b)}" for b in cls.bases)
         direct = ", ".join(intf(b) for b in cls.bases) or "ObjectIntf"
-        body = [f"using BaseInterfaces = family::Bases<{direct}>;", "",
-                "// This metaclass's rows, for reflection and the cross-model check.",
-                "static const IntrospectiveMethods sIntrospectiveMethods;", ""]
-        inherited = self.inherited_keys(cls)
-        for op in self.accessor_notes(ops):
-            body.append(op if isinstance(op, str) else self.intf_decl(op, override=sig_key(op) in inherited))
-        if red:
-            body.append("")
-            body.append("// Reached through more than one base: one name for both.")
-            for a, first, op in red:
-                body.append(self.intf_decl(op, override=True))
-        sparse = [pl for pl in self.P.props[cls.name] if pl.sparse_map]
-        if sparse:
-            body.append("")
-            body.append("// Rarely set, so kept out of the states: keyed by the state.")
-            for pl in sparse:
-                v, name = pl.sparse_map
-                body.append(f"static SparseMap<{v}>& {name}();")
-        body += ["",
-                 "void* cast(CooperativeVisitor::internal::ClassInfo const& aInfo) const override;",
-                 "CooperativeVisitor::VisitEntry getVisitMethod(CooperativeVisitor::DispatchTable const& aTable) const override;",
-                 f"{cls.name} This(Deviant aDeviant);",
-                 f"Immutable{cls.name} This(Deviant aDeviant) const;", ""]
-        body += self.pair_decls(cls, pure=True, override=False)
-        d.append(f"class TAV_EXPORT {X} : {bases} {{\npublic:\n{indent(chr(10).join(body))}\n}};\n")
-        d.append(f"}} // namespace NSInterface\n}} // namespace {self.ns}\n")
-        self.files[f"export/include/{self.root}/NSInterface/{X}.h"] = "\n".join(d)
+        with p.scope(f"class TAV_EXPORT $X : {bases} {{\npublic:", "};\n"):
+            p(f"using BaseInterfaces = family::Bases<{direct}>;\n")
+            p("// This metaclass's rows, for reflection and the cross-model check.\n"
+              "static const IntrospectiveMethods sIntrospectiveMethods;\n")
+            inherited = self.inherited_keys(cls)
+            for op in self.accessor_notes(ops):
+                p.each([op if isinstance(op, str) else self.intf_decl(op, override=sig_key(op) in inherited)])
+            if red:
+                p("\n// Reached through more than one base: one name for both.")
+                p.each(self.intf_decl(op, override=True) for _, _, op in red)
+            sparse = [pl for pl in self.P.props[cls.name] if pl.sparse_map]
+            if sparse:
+                p("\n// Rarely set, so kept out of the states: keyed by the state.")
+                p.each(f"static SparseMap<{v}>& {name}();" for v, name in (pl.sparse_map for pl in sparse))
+            p("\nvoid* cast(CooperativeVisitor::internal::ClassInfo const& aInfo) const override;\n"
+              "CooperativeVisitor::VisitEntry getVisitMethod(CooperativeVisitor::DispatchTable const& aTable) const override;\n"
+              "$cls This(Deviant aDeviant);\nImmutable$cls This(Deviant aDeviant) const;\n", cls=cls.name)
+            p.each(self.pair_decls(cls, pure=True, override=False))
+        p("} // namespace NSInterface\n} // namespace $NS")
+        self.files[f"export/include/{self.root}/NSInterface/{X}.h"] = p.text()
 
     def intf_decl(self, op: Op, override: bool = False) -> str:
         pure = " = 0" if op.pure else ""
@@ -110,47 +105,52 @@ class InterfaceEmitter(Common):
         X = intf(cls)
         ops = self.P.own_ops(cls)
         red = self.redeclared(cls)
+        p = Printer(X=X, NS=self.ns, cls=cls.name)
+        p(self.banner)
         # Sequence.h: the reflective reads of every class object answer with a sequence.
-        s = [self.banner, "#include <tav/kernel/family/Support.h>", "#include <tav/kernel/containers/sequence/Sequence.h>",
-             f"#include <{self.root}/NSInterface/{X}.h>", f"#include <{self.root}/{handle_header(cls)}>"]
-        for t in sorted(self.handle_types_in(ops) | {a.name for a in mm.ancestors(cls)}):
-            s.append(f"#include <{self.R(t)}/{handle_header(mm.by_name[t])}>")
-        s.append(f"\nnamespace {self.ns}::NSInterface {{\n")
+        p("#include <tav/kernel/family/Support.h>\n#include <tav/kernel/containers/sequence/Sequence.h>")
+        p(f"#include <{self.root}/NSInterface/$X.h>\n#include <{self.root}/{handle_header(cls)}>")
+        p.each(f"#include <{self.R(t)}/{handle_header(mm.by_name[t])}>"
+               for t in sorted(self.handle_types_in(ops) | {a.name for a in mm.ancestors(cls)}))
+        p("\nnamespace $NS::NSInterface {\n")
         for op in ops:
             if op.logic is not None and not op.pure:
-                s.append(f"{op.signature(X)}\n{{\n{indent(op.logic)}\n}}\n")
+                with p.scope(op.signature(X) + "\n{", "}\n"):
+                    p.each(op.logic.splitlines())
         for a, first, op in red:
             if op.pure:
                 continue
             ret = "" if op.ret == "void" else "return "
-            s.append(f"{op.signature(X)}\n{{\n    {ret}{intf(first)}::{op.name}({op.call_args()});\n}}\n")
+            with p.scope(op.signature(X) + "\n{", "}\n"):
+                p.each([f"{ret}{intf(first)}::{op.name}({op.call_args()});"])
         for pl in self.P.props[cls.name]:
             if pl.sparse_map:
                 v, name = pl.sparse_map
-                s.append(f"SparseMap<{v}>& {X}::{name}()\n{{\n"
-                         f"    // Never freed: states may outlive static destruction order.\n"
-                         f"    static auto* map = new SparseMap<{v}>();\n    return *map;\n}}\n")
+                with p.scope(f"SparseMap<{v}>& $X::{name}()\n{{", "}\n"):
+                    p("// Never freed: states may outlive static destruction order.")
+                    p.each([f"static auto* map = new SparseMap<{v}>();", "return *map;"])
         # Cast table: the class, then every ancestor once, nearest first, so that a visit
         # finds the closest bound class; each reached along the first path that contains it.
         entries = []
         for a in mm.by_distance(cls):
-            path = mm.path_to(cls, a)
-            expr = self.up_chain(f"static_cast<{X}*>(p)", path)
-            A = intf(a)
-            entries.append(f"{{CooperativeVisitor::internal::classInfo<{'NSInterface::' + A}>(), "
+            expr = self.up_chain(f"static_cast<{X}*>(p)", mm.path_to(cls, a))
+            entries.append(f"{{CooperativeVisitor::internal::classInfo<NSInterface::{intf(a)}>(), "
                            f"[](void* p) -> void* {{ return {expr}; }}}}")
         entries.append("{CooperativeVisitor::internal::classInfo<ReferenceCountingIntf>(), "
                        f"[](void* p) -> void* {{ return static_cast<ReferenceCountingIntf*>("
                        f"{self.up_chain(f'static_cast<{X}*>(p)', mm.first_chain(cls))}); }}}}")
-        s.append(f"static CooperativeVisitor::internal::ClassMetaInfo const& metaInfo_{cls.name}()\n{{\n"
-                 f"    static CooperativeVisitor::internal::ClassMetaInfo const info{{\n" +
-                 ",\n".join("        " + e for e in entries) + "};\n    return info;\n}\n")
-        s.append(f"void* {X}::cast(CooperativeVisitor::internal::ClassInfo const& aInfo) const\n{{\n"
-                 f"    return metaInfo_{cls.name}().cast(this, aInfo);\n}}\n")
-        s.append(f"CooperativeVisitor::VisitEntry {X}::getVisitMethod(CooperativeVisitor::DispatchTable const& aTable) const\n{{\n"
-                 f"    return metaInfo_{cls.name}().visit(this, aTable);\n}}\n")
-        s.append(f"{cls.name} {X}::This(Deviant aDeviant)\n{{\n    return {cls.name}(this, aDeviant);\n}}\n")
-        s.append(f"Immutable{cls.name} {X}::This(Deviant aDeviant) const\n{{\n"
-                 f"    return Immutable{cls.name}(this, aDeviant);\n}}\n")
-        s.append(f"}} // namespace {self.ns}::NSInterface\n")
-        self.files[f"{self.kern}/NSImplementation/{cls.name}Impl.cpp"] = "\n".join(s)
+        with p.scope("static CooperativeVisitor::internal::ClassMetaInfo const& metaInfo_$cls()\n{", "}\n"):
+            with p.scope("static CooperativeVisitor::internal::ClassMetaInfo const info{", "};"):
+                p.each(",\n".join(entries).split("\n"))
+            p("return info;")
+        with p.scope("void* $X::cast(CooperativeVisitor::internal::ClassInfo const& aInfo) const\n{", "}\n"):
+            p("return metaInfo_$cls().cast(this, aInfo);")
+        with p.scope("CooperativeVisitor::VisitEntry $X::getVisitMethod(CooperativeVisitor::DispatchTable const& aTable) const\n{",
+                     "}\n"):
+            p("return metaInfo_$cls().visit(this, aTable);")
+        with p.scope("$cls $X::This(Deviant aDeviant)\n{", "}\n"):
+            p("return $cls(this, aDeviant);")
+        with p.scope("Immutable$cls $X::This(Deviant aDeviant) const\n{", "}\n"):
+            p("return Immutable$cls(this, aDeviant);")
+        p("} // namespace $NS::NSInterface")
+        self.files[f"{self.kern}/NSImplementation/{cls.name}Impl.cpp"] = p.text()

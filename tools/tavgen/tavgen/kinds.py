@@ -10,8 +10,9 @@ from __future__ import annotations
 
 from typing import List, Optional, Tuple
 
+from .common import indent
 from .model import Metamodel, Prop
-from .plan import Field, Op, PropPlan, himm, intf, literal, pending, plural, stored_by_redefinition, value_cpp
+from .plan import CppType, Field, Op, PropPlan, himm, hmut, intf, literal, pending, plural, stored_by_redefinition, value_cpp
 
 D = ("Deviant", "aDeviant")
 
@@ -46,22 +47,20 @@ def hand_ops(p: Prop) -> List[Op]:
             Op(f"get{U}", H, [D], True), Op(f"removeOnly{U}", "void", [D], False, mutating=True)]
 
 
-def upkeep_snippets(upkeep: Optional[Prop], self_expr: str) -> Tuple[str, str]:
-    """Statements that add this object to, and drop it from, the raw list of a
-    multi-valued opposite end: `aValue` is the new value, `current` the old."""
+def upkeep_snippets(upkeep: Optional[Prop], self_expr: str, value: str = "aValue",
+                    current: str = "current") -> Tuple[str, str]:
+    """Statements that add this object to, and drop it from, the storage of a multi-valued
+    opposite end in the far object's write state: `value` is the new far object, `current`
+    the old. They touch the storage directly, so the far end's own upkeep does not run."""
     if upkeep is None:
         return "", ""
-    OU = plural(upkeep.upper_name)
-    push = (f"if (aValue.internal_intf())\n"
-            f"    if (auto* list = aValue.internal_intf()->internal_raw{OU}ForWrite(aDeviant))\n"
-            f"        list->push_back({self_expr});\n")
-    drop = (f"if (auto* list = current.internal_intf()->internal_raw{OU}ForWrite(aDeviant))\n"
-            f"    list->remove({self_expr});\n")
-    return push, drop
+    OI = intf(upkeep.owner)
+    Ps = plural(upkeep.upper_name)
 
-
-def containees_of(mm: Metamodel) -> Optional[Prop]:
-    return next((q for c in mm.all_classes for q in c.props if "containees" in q.flags), None)
+    def change(far: str, how: str) -> str:
+        return (f"if (auto* far = family::writeStateAs<{OI}>({far}.internal_intf(), aDeviant))\n"
+                f"    family::{how}(far->get{Ps}WithoutAssociation(aDeviant).internal_sequence(), {self_expr});\n")
+    return change(value, "rawAdd"), change(current, "rawRemove")
 
 
 def redefined_override_ops(mm: Metamodel, p: Prop) -> List[Op]:
@@ -75,13 +74,32 @@ def redefined_override_ops(mm: Metamodel, p: Prop) -> List[Op]:
 
 
 
-def sequence_ops(p: Prop) -> List[Op]:
-    """Where getPs and getPsWithoutAssociation go, in the property's place of the interface.
+def element_cpp(p: Prop) -> CppType:
+    """What a sequence of the property holds: the mutable handle, or the value class."""
+    return value_cpp(p.type) if p.is_value else CppType(hmut(p.type), handle=p.type)
 
-    They wrap the raw list (`internal_rawPs`) into typed sequences and come with the sequence
-    containers; until then nothing is emitted rather than something that only looks like them.
-    """
-    return []
+
+def sequence_ops(p: Prop, state: str) -> List[Op]:
+    """getPs and getPsWithoutAssociation, in the property's place of the interface.
+
+    On the object the second is the property seen through the deviant, which finds the
+    storage in the read or write state at each use; the first wraps it to keep the opposite
+    end where there is one. On the state both answer the storage itself (`state`)."""
+    E = element_cpp(p)
+    seq = CppType(f"Sequence<{E}>", E.handle, E.value)
+    Ps = plural(p.upper_name)
+    plain = Op(f"get{Ps}WithoutAssociation", seq, [D], True, state=state, sequence=E, logic=(
+        f"return {seq}(family::deviantSequence(family::selfCanonical(this), aDeviant, &sIntrospectiveMethods, {p.id}),\n"
+        f"    aDeviant);"))
+    opp = p.opposite.target if p.opposite else None
+    if opp is None:
+        logic = f"return get{Ps}WithoutAssociation(aDeviant);"
+    else:
+        logic = (f"return {seq}(family::associationSequence(family::selfCanonical(this), aDeviant,\n"
+                 f"    get{Ps}WithoutAssociation(aDeviant).internal_pointer(), &{intf(opp.owner)}::sIntrospectiveMethods,\n"
+                 f"    {opp.id}), aDeviant);")
+    full = Op(f"get{Ps}", seq, [D], False, state=state, sequence=E, logic=logic)
+    return [full, plain]
 
 
 def value_getter(p: Prop) -> str:
@@ -180,56 +198,40 @@ class Hand(Kind):
 
 
 class SparseList(Kind):
-    """A rarely set multi-valued reference, kept in a process-wide map keyed by the state."""
+    """A rarely set multi-valued property, kept in a process-wide map keyed by the state."""
     name = "sparse_list"
 
     def matches(self, p):
-        return p.multi and p.sparse and p.is_reference
+        return p.multi and p.sparse
 
     def plan(self, mm, p):
-        U = p.upper_name
-        pl = PropPlan(p, "sparse_list", sparse_map=("RawRefList", f"{p.name}_sparse"))
+        box = f"family::SparseSequence<{element_cpp(p)}>"
+        pl = PropPlan(p, "sparse_list", sparse_map=(box, f"{p.name}_sparse"))
+        owner = f"NSInterface::{intf(p.owner)}"
         key_r = "getReadDeviantI(aDeviant, static_cast<ClassObjectIntf const*>(this))"
-        key_w = "getWriteDeviantI(aDeviant, static_cast<ClassObjectIntf const*>(this))"
-        Ps = plural(U)
-        pl.ops.append(Op(f"has{Ps}", "bool", [D], True, logic=(
-            f"auto const* list = internal_raw{Ps}(aDeviant);\n"
-            f"return list && !list->empty();")))
-        pl.ops.append(Op(f"internal_raw{Ps}", "RawRefList const*", [D], True, on_handle=False, logic=(
+        pl.ops.append(Op(f"has{plural(p.upper_name)}", "bool", [D], True, logic=(
             f"auto const* s = {key_r};\n"
-            f"if (!s)\n    return nullptr;\n"
-            f"auto const& map = {p.name}_sparse();\n"
-            f"auto it = map.find(s);\n"
-            f"return it != map.end() ? &it->second : nullptr;")))
-        pl.ops.append(Op(f"internal_raw{Ps}ForWrite", "RawRefList*", [D], False, on_handle=False, logic=(
-            f"auto const* s = {key_w};\n"
-            f"return s ? &{p.name}_sparse()[s] : nullptr;")))
+            f"return s && family::hasSparseSequence({p.name}_sparse(), s);")))
+        E = element_cpp(p)
+        state = (f"return Sequence<{E}>(family::sparseSequence({owner}::{p.name}_sparse(), "
+                 f"as<NSInterface::ClassObjectIntf>()), aDeviant);")
+        pl.ops += sequence_ops(p, state)
         return pl
 
 
 class List(Kind):
-    """A multi-valued reference stored as a raw list in the state."""
+    """A multi-valued property stored in the state as a unique multi-index."""
     name = "list"
 
     def matches(self, p):
         return p.multi
 
     def plan(self, mm, p):
-        U = p.upper_name
+        fname = f"f{p.upper_name}"
         pl = PropPlan(p, "list")
-        pl.ops.extend(sequence_ops(p))
-        fname = f"f{U}"
-        pl.field = Field("RawRefList", fname, "")
-        pl.ops.append(Op(f"internal_raw{plural(U)}", "RawRefList const*", [D], True, logic=(
-            f"auto const* s = getReadDeviantI(aDeviant, this);\n"
-            f"return s ? s->internal_raw{plural(U)}(aDeviant) : nullptr;"),
-            state=f"return &{fname};", on_handle=False))
-        pl.ops.append(Op(f"internal_raw{plural(U)}ForWrite", f"RawRefList*", [D], False, logic=(
-            f"auto* s = getWriteDeviantI(aDeviant, this);\n"
-            f"return s ? s->internal_raw{plural(U)}ForWrite(aDeviant) : nullptr;"),
-            state=f"return &{fname};", on_handle=False))
+        pl.field = Field(f"MultiIndexImpl<{element_cpp(p)}, true>", fname, "")
+        pl.ops += sequence_ops(p, f"return Sequence<{element_cpp(p)}>(family::storageOf({fname}), aDeviant);")
         return pl
-
 
 
 class SparseValue(Kind):
@@ -356,8 +358,7 @@ class Reference(Kind):
             f"    removeOnly{U}(aDeviant);\n    return;\n}}\n"
             f"{H} current = get{U}(aDeviant);\n"
             f"if (current.internal_intf()) {{\n"
-            f"    if (current == aValue)\n        return;\n" +
-            "".join("    " + l + "\n" for l in (drop + unrefer).splitlines()) +
+            f"    if (current == aValue)\n        return;\n" + indent(drop + unrefer) + "\n"
             f"}}\n" + refer +
             f"getWriteDeviantI(aDeviant, this)->setOnly{U}(aDeviant, aValue);"),
             state=f"{fname} = family::firstPath(aValue.internal_intf());"))
@@ -367,7 +368,12 @@ class Reference(Kind):
 
 
 class ContainerEnd(Kind):
-    """A single-valued end stored through the object's container slot."""
+    """A single-valued end stored through the object's container slot.
+
+    Every containment end is a subset of the containee list, which is the container slot's
+    opposite: `setOnlyP` enters this object in the new container's containees and `removeOnlyP`
+    takes it out, while the end's own opposite list is left to `setP`/`removeP` or to the
+    association sequence that called."""
     name = "container_end"
 
     def matches(self, p):
@@ -380,7 +386,8 @@ class ContainerEnd(Kind):
         cross = cross_model_check(mm, p)
         self_expr = "family::selfCanonical(this)"
         pl = PropPlan(p, "container_end", upkeep=upkeep)
-        slot = next(q for q in p.subset_closure() if q.is_container_slot).upper_name
+        slot_prop = next(q for q in p.subset_closure() if q.is_container_slot)
+        slot = slot_prop.upper_name
         get = Op(f"get{U}", H, [D], True, logic=f"return {H}(get{slot}(aDeviant));")
         if (p.derived or p.readonly) and "writable" not in p.flags:
             pl.ops = [Op(f"has{U}", "bool", [D], True,
@@ -388,8 +395,8 @@ class ContainerEnd(Kind):
             return pl
         optional = p.lower == 0
         push, drop = upkeep_snippets(upkeep, self_expr)
-        # Every containment end is also a subset of the containee list.
-        push += upkeep_snippets(containees_of(mm), self_expr)[0]
+        enter, leave = upkeep_snippets(upkeep_end(slot_prop), self_expr, value="aValue", current="container")
+        leave_container = (f"ImmutableClassObject container = get{slot}(aDeviant);\n" + leave) if leave else ""
         ops = []
         if optional:
             ops.append(Op(f"has{U}", "bool", [D], True,
@@ -397,8 +404,7 @@ class ContainerEnd(Kind):
             # The container goes whichever end holds it; only this end's list needs upkeep.
             ops.append(Op(f"remove{U}", "void", [D], False, mutating=True, logic=(
                 (f"{H} current = get{U}(aDeviant);\n"
-                 f"if (current.internal_intf()) {{\n" +
-                 "".join("    " + l + "\n" for l in drop.splitlines()) + "}\n" if drop else "") +
+                 f"if (current.internal_intf()) {{\n" + indent(drop) + "\n}\n" if drop else "") +
                 f"remove{slot}(aDeviant);")))
         else:
             ops.append(Op(f"has{U}", "bool", [D], True, logic="(void)aDeviant;\nreturn true;"))
@@ -410,20 +416,19 @@ class ContainerEnd(Kind):
         ops.append(get)
         if optional:
             ops.append(Op(f"removeOnly{U}", "void", [D], False, mutating=True, logic=(
-                f"if (!has{U}(aDeviant))\n    return;\n"
+                f"if (!has{U}(aDeviant))\n    return;\n" + leave_container +
                 f"removeOnly{slot}(aDeviant);")))
         else:
             ops.append(Op(f"removeOnly{U}", "void", [D], False, mutating=True, logic="(void)aDeviant;"))
         ops.append(Op(f"setOnly{U}", "void", [D, (H.ref(), "aValue")], False, mutating=True, logic=(
             cross +
-            f"if (!aValue.internal_intf()) {{\n"
+            f"if (!aValue.internal_intf()) {{\n" + indent(leave_container) + ("\n" if leave_container else "") +
             f"    removeOnly{slot}(aDeviant);\n    return;\n}}\n"
             f"{H} current = get{U}(aDeviant);\n"
             f"if (current.internal_intf()) {{\n"
-            f"    if (current == aValue)\n        return;\n" +
-            "".join("    " + l + "\n" for l in drop.splitlines()) +
+            f"    if (current == aValue)\n        return;\n" + indent(drop) + ("\n" if drop else "") +
             f"}}\n"
-            f"setOnly{slot}(aDeviant, ImmutableClassObject(aValue));")))
+            f"setOnly{slot}(aDeviant, ImmutableClassObject(aValue));\n" + enter)))
         pl.ops = ops
         return pl
 
@@ -434,7 +439,6 @@ KINDS: List[Kind] = [
     Deferred("derived_list", lambda p: p.multi and p.derived and "containees" not in p.flags,
              "derived multi-valued: a view sequence"),
     Redefined(lambda p: p.multi and stored_by_redefinition(p)),
-    Deferred("value_list", lambda p: p.multi and not p.is_reference, "multi-valued primitive: sequences milestone"),
     List(),
     Deferred("deferred", lambda p: "deferred" in p.flags, "marked deferred in the description"),
     Deferred("unbound", lambda p: p.is_value and value_cpp(p.type) is None,

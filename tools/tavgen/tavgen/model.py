@@ -62,9 +62,8 @@ class Prop:
 
     @property
     def stored_list(self) -> bool:
-        """A multi-valued reference held as a raw list in the state."""
-        return (self.multi and self.type.kind == "class" and not self.sparse
-                and (not self.derived or "containees" in self.flags))
+        """A multi-valued reference with storage of its own (in the state or a sparse map)."""
+        return self.multi and self.type.kind == "class" and (not self.derived or "containees" in self.flags)
 
     @property
     def is_container_slot(self) -> bool:

@@ -57,9 +57,12 @@ class ObjectEmitter(Common):
         p.each(f"#include <{h}>" for h in sorted({value_header(pl.prop.type) for _, pl in fields if pl.prop.is_value}))
         p.each(f"#include <{self.R(t)}/{handle_header(mm.by_name[t])}>"
                for t in sorted(self.handle_types_in([op for _, op in sops])))
+        if any(op.sequence is not None for _, op in sops):
+            p("#include <tav/kernel/containers/sequence/MultiIndexImpl.h>\n"
+              "#include <tav/kernel/containers/sequence/Sequence.h>")
         p("\n#include <cstdint>\n\nnamespace $NS::NSInterface {")
         own = {intf(t) for t in mm.classes}
-        p.each(f"class {n};" for n in sorted({pl.field.ctype[:-1] for _, pl in fields} & own))
+        p.each(f"class {n};" for n in sorted({pl.field.ctype[:-1] for _, pl in fields if pl.field.ctype.endswith("*")} & own))
         p("}\n\nnamespace $NS::NSImplementation {\n")
         p("// The values of a $cls in one deviant.")
         p("class TAV_IMPL_EXPORT $St final : public family::StateBase<NSInterface::$X, $St> {\npublic:")
@@ -81,7 +84,8 @@ class ObjectEmitter(Common):
         p("\n// Own properties first, then each ancestor's, depth-first.")
         for _, pl in fields:
             f = pl.field
-            ctype = f.ctype if pl.prop.is_value or f.ctype == "RawRefList" else "NSInterface::" + f.ctype
+            # References are raw interface pointers; lists hold their storage by value.
+            ctype = "NSInterface::" + f.ctype if f.ctype.endswith("*") else f.ctype
             p.each([f"{ctype} {f.name}{{{f.init}}};" if f.init else f"{ctype} {f.name};"])
         if bits:
             p("// One bit per optional value: set means has.")

@@ -89,6 +89,7 @@ class Op:
     static: bool = False
     frame: bool = False             # object-side operation of the frame
     override: bool = False          # replaces an ancestor's operation; body hand-maintained
+    sequence: Optional["CppType"] = None  # a sequence getter: the element type of its Sequence
     plan: Optional["PropPlan"] = field(default=None, repr=False, compare=False)  # the property it serves
 
     def signature(self, qualify: str = "", with_names: bool = True) -> str:

@@ -2,6 +2,8 @@
 
 #include <tav/TAV/NSInterface/ClassObjectIntf.h>
 
+#include <iterator>
+
 namespace TAV::MultiIndexImplInternal {
 
 namespace {
@@ -36,7 +38,7 @@ template <bool aIsUnique, class Key>
 typename MultiIndexImplForRefs<aIsUnique, Key>::Element
 MultiIndexImplForRefs<aIsUnique, Key>::castOrFail(Generic::Ref const& aValue) const
 {
-    Element const element = fCast(aValue);
+    Element const element = castElement(aValue);
     if (!element)
         Generic::checks::nullElement(generic_getKestName(true, false, nullptr).c_str(), kSource, __LINE__);
     return element;
@@ -46,9 +48,40 @@ template <bool aIsUnique, class Key>
 std::optional<typename MultiIndexImplForRefs<aIsUnique, Key>::Element>
 MultiIndexImplForRefs<aIsUnique, Key>::keyOf(Generic::Ref const& aValue) const
 {
-    if (Element const element = fCast(aValue))
+    if (Element const element = castElement(aValue))
         return element;
     return std::nullopt;
+}
+
+template <bool aIsUnique, class Key>
+bool MultiIndexImplForRefs<aIsUnique, Key>::rawAdd(Element aElement)
+{
+    if (!container().sequence().push_back(aElement).second)
+        return false;
+    retainElement(aElement);
+    return true;
+}
+
+template <bool aIsUnique, class Key>
+bool MultiIndexImplForRefs<aIsUnique, Key>::rawRemove(Element aElement)
+{
+    if (!fContainer)
+        return false;
+    auto& values = fContainer->values();
+    auto const [first, last] = values.equal_range(aElement);
+    auto const removed = std::distance(first, last);
+    values.erase(first, last);
+    // Released after the nodes are gone: the last count may free an object whose
+    // state holds this very list.
+    for (auto i = removed; i > 0; --i)
+        releaseElement(aElement);
+    return removed != 0;
+}
+
+template <bool aIsUnique, class Key>
+bool MultiIndexImplForRefs<aIsUnique, Key>::rawContains(Element aElement) const
+{
+    return fContainer && fContainer->values().count(aElement) != 0;
 }
 
 template class MultiIndexImplForRefs<true>;

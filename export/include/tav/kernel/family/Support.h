@@ -3,9 +3,10 @@
 // What generated objects, states and interfaces call into the library for.
 
 #include <tav/Export.h>
+#include <tav/kernel/containers/sequence/SequenceIntf.h>
 #include <tav/kernel/deviant/Deviations.h>
-#include <tav/kernel/family/RawRefList.h>
 #include <tav/kernel/family/SparseMap.h>
+#include <tav/kernel/family/SparseSequence.h>
 #include <tav/kernel/visitor/CooperativeVisitor.h>
 
 // Object and state classes stay inside the library that generates them; a build
@@ -68,6 +69,33 @@ I* firstPath(I* aObject)
 {
     return aObject ? static_cast<I*>(aObject->cast(CooperativeVisitor::internal::classInfo<I>())) : nullptr;
 }
+
+// The sequences that generated getters hand out: a multi-valued property of aSelf seen
+// through aDeviant, and the same wrapped so that it keeps the opposite end, whose
+// single or multiple valuedness its description tells.
+TAV_EXPORT Generic::SequencePtr deviantSequence(NSInterface::ClassObjectIntf const* aSelf, Deviant aDeviant,
+                                                IntrospectiveMethods const* aMethods, unsigned aId);
+TAV_EXPORT Generic::SequencePtr associationSequence(NSInterface::ClassObjectIntf const* aSelf, Deviant aDeviant,
+                                                    Generic::SequencePtr const& aInner,
+                                                    IntrospectiveMethods const* aOppositeMethods, unsigned aOppositeId);
+
+// A state's embedded storage as the sequence its getters answer; it counts nothing.
+inline Generic::SequencePtr storageOf(Generic::SequenceIntf const& aStorage)
+{
+    return Generic::SequencePtr(const_cast<Generic::SequenceIntf*>(&aStorage));
+}
+
+// The state of aObject that a write through aDeviant goes to, as the interface I.
+template <class I, class V>
+I* writeStateAs(V* aObject, Deviant aDeviant)
+{
+    return aObject ? aObject->getWriteDeviantI(aDeviant, static_cast<I const*>(nullptr)) : nullptr;
+}
+
+// Association upkeep on the far end's storage, which a single-valued end keeps
+// directly: the far end's own upkeep must not run again.
+TAV_EXPORT void rawAdd(Generic::SequenceIntf* aStorage, NSInterface::ClassObjectIntf const* aItem);
+TAV_EXPORT void rawRemove(Generic::SequenceIntf* aStorage, NSInterface::ClassObjectIntf const* aItem);
 
 template <class V>
 void copySparse(SparseMap<V>& aMap, NSInterface::ClassObjectIntf const* aFrom, NSInterface::ClassObjectIntf const* aTo)

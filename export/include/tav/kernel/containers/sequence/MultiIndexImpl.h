@@ -24,32 +24,45 @@ namespace MultiIndexImplInternal {
 
 // The one body of every multi-index of references, per uniqueness: raw
 // interface pointers ordered by address, one count per stored occurrence.
+// Two words and a vtable: the element's class is checked by the typed
+// subclass's castElement, so no cast function is stored per list.
 template <bool aIsUnique, class Key = Generic::identity<NSInterface::ClassObjectIntf const*>>
 class TAV_EXPORT MultiIndexImplForRefs : public Generic::SequenceIntf {
 public:
     using Element = NSInterface::ClassObjectIntf const*;
-    using CastFn = NSInterface::ClassObjectIntf* (*)(Generic::Ref const&);
     struct Container;
     class Iterator;
 
-    explicit MultiIndexImplForRefs(CastFn aCast) : fCast(aCast) {}
-    MultiIndexImplForRefs(MultiIndexImplForRefs const&) = delete;
-    MultiIndexImplForRefs& operator=(MultiIndexImplForRefs const&) = delete;
+    MultiIndexImplForRefs() = default;
+    // A copy holds its own count on each element, as the original does.
+    MultiIndexImplForRefs(MultiIndexImplForRefs const& aOther);
+    MultiIndexImplForRefs& operator=(MultiIndexImplForRefs const& aOther);
     ~MultiIndexImplForRefs() override;
 
     TAV_SEQUENCE_STORAGE_OPERATIONS
 
+    // For association upkeep, which writes the far end directly: no Ref, no
+    // virtual call. Add appends (a unique index refuses a duplicate), remove
+    // takes every occurrence; both say whether the content changed.
+    bool rawAdd(Element aElement);
+    bool rawRemove(Element aElement);
+    bool rawContains(Element aElement) const;
+
     // Whether the container has been made, for tests of the empty form.
     bool internal_hasContainer() const { return fContainer != nullptr; }
+
+protected:
+    // The element's ClassObject if it is of the typed subclass's class, else null.
+    virtual NSInterface::ClassObjectIntf* castElement(Generic::Ref const& aValue) const = 0;
 
 private:
     Container& container() const;
     Element castOrFail(Generic::Ref const& aValue) const;
     // The element to look up, or nothing when the value can't be one.
     std::optional<Element> keyOf(Generic::Ref const& aValue) const;
+    void copyFrom(Container const* aSource);
 
     mutable Container* fContainer = nullptr;
-    CastFn fCast;
 };
 
 // The same over values ordered by T's operator<, with no counts.
@@ -61,8 +74,8 @@ public:
     class Iterator;
 
     MultiIndexImplForPrimitives() = default;
-    MultiIndexImplForPrimitives(MultiIndexImplForPrimitives const&) = delete;
-    MultiIndexImplForPrimitives& operator=(MultiIndexImplForPrimitives const&) = delete;
+    MultiIndexImplForPrimitives(MultiIndexImplForPrimitives const& aOther);
+    MultiIndexImplForPrimitives& operator=(MultiIndexImplForPrimitives const& aOther);
     ~MultiIndexImplForPrimitives() override;
 
     TAV_SEQUENCE_STORAGE_OPERATIONS
@@ -73,6 +86,7 @@ private:
     Container& container() const;
     T const& castOrFail(Generic::Ref const& aValue) const;
     std::optional<Element> keyOf(Generic::Ref const& aValue) const;
+    void copyFrom(Container const* aSource);
 
     mutable Container* fContainer = nullptr;
 };
@@ -99,12 +113,15 @@ public:
 template <Generic::ObjectElement T, bool aIsUnique, class Key>
 class MultiIndexImpl<T, aIsUnique, Key> : public MultiIndexImplInternal::MultiIndexImplForRefs<aIsUnique> {
 public:
-    MultiIndexImpl() : MultiIndexImplInternal::MultiIndexImplForRefs<aIsUnique>(&Generic::ElementTraits<T>::cast) {}
-    ~MultiIndexImpl() override = default;
-
     std::string generic_getKestName(bool aImmutable, bool aIterator, char const* aPrefix) const override
     {
         return Generic::hostName(aImmutable, aIterator, aPrefix, Generic::elementName<T>());
+    }
+
+protected:
+    NSInterface::ClassObjectIntf* castElement(Generic::Ref const& aValue) const override
+    {
+        return Generic::ElementTraits<T>::cast(aValue);
     }
 };
 

@@ -22,6 +22,8 @@ public:
 
     bool isNull() const { return !fSequence; }
     Deviant getDeviant() const { return fDeviant; }
+    // The counted sequence itself, null on a null handle.
+    Generic::SequencePtr const& internal_pointer() const { return fSequence; }
     // Raises the null-sequence assertion on a null handle, as every use does.
     Generic::SequenceIntf* internal_sequence() const
     {
