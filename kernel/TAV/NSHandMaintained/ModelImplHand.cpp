@@ -3,7 +3,10 @@
 #include <tav/TAV/ClassObject_h.h>
 #include <tav/TAV/Model_h.h>
 #include <tav/TAV/NSInterface/ModelIntf.h>
+#include <tav/kernel/containers/sequence/MakeSequence.h>
 #include <tav/kernel/deviant/DeviantManager.h>
+
+#include <vector>
 
 namespace TAV::NSInterface {
 
@@ -89,6 +92,52 @@ Integer ModelIntf::getUndoStackLength(Deviant aDeviant) const
 Integer ModelIntf::getRedoStackLength(Deviant aDeviant) const
 {
     return aDeviant.getRedoStackLength();
+}
+
+// Deviants are the manager's, reached through the model's root.
+Deviant ModelIntf::createDeviantWithName(String const& aName) const
+{
+    DeviantManager* manager = getRootDeviant().getDeviantManager();
+    return manager ? manager->createDeviantWithName(aName.toUtf8()) : Deviant();
+}
+
+void ModelIntf::removeDeviantWithName(Deviant aDeviant, String const& aName)
+{
+    DeviantAssertions::internalAssert(aDeviant.getDeviantId() == 0, "removeDeviantWithName called on non-root deviant");
+    if (DeviantManager* manager = aDeviant.getDeviantManager())
+        manager->removeDeviantWithName(aName.toUtf8());
+}
+
+void ModelIntf::assignToRoot(Deviant aDeviant)
+{
+    aDeviant.assignToRoot();
+}
+
+void ModelIntf::syncFromRoot(Deviant aDeviant)
+{
+    aDeviant.syncFromRoot();
+}
+
+String ModelIntf::getDeviantName(Deviant aDeviant) const
+{
+    return String(aDeviant.getName());
+}
+
+Boolean ModelIntf::hasObjectsDeviatingFromRoot(Deviant aDeviant) const
+{
+    return aDeviant.hasObjectsDeviatingFromRoot();
+}
+
+Sequence<ClassObject> ModelIntf::getObjectsDeviatingFromRoot(Deviant aDeviant) const
+{
+    std::vector<ObjectIntf*> objects;
+    aDeviant.getObjectsDeviatingFromRoot(objects);
+    Sequence<ClassObject> out = MakeSequence<ClassObject>({aDeviant});
+    for (ObjectIntf* object : objects)
+        out.push_back(ClassObject(static_cast<ClassObjectIntf*>(
+                                      object->cast(CooperativeVisitor::internal::classInfo<ClassObjectIntf>())),
+                                  aDeviant));
+    return out;
 }
 
 // One number kept for the model's user, on the model's manager.
