@@ -7,6 +7,7 @@
 #include <tav/TAV/Object_h.h>
 #include <tav/TAV/Type_h.h>
 #include <tav/kernel/deviant/Deviations.h>
+#include <tav/kernel/family/Support.h>
 
 #include <stdexcept>
 
@@ -93,6 +94,11 @@ public:
         deviant_destroyState(deviations.rootState);
         deviations.rootState = Deviant::ModelDestroyed;
         rootDeviant = Deviant();
+    }
+    // Named deviants keep root's committed state, as generated objects do.
+    void deviant_commitTransientState(Deviant d) override
+    {
+        TAV::family::commitTransientState(deviations, rootDeviant, d, kCounterFactory);
     }
     ObjectIntf* deviant_getCopyOfDeviation(Deviant d) override
     {
