@@ -7,7 +7,7 @@
 #include "tests/deviant/Counter.h"
 
 #include <tav/TAV/Property_h.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
+#include "kernel/deviant/DeviantImpl.h"
 #include <tav/kernel/deviant/DeviantManager.h>
 
 #include <benchmark/benchmark.h>

@@ -2,6 +2,7 @@
 // deviants pay one hash lookup (none on a cache hit), reads never allocate.
 
 #include "bench/AllocationCounter.h"
+#include "kernel/deviant/DeviantImpl.h"
 #include "tests/deviant/Counter.h"
 
 #include <tav/kernel/deviant/DeviantManager.h>

@@ -6,7 +6,7 @@
 #include "deviant/Counter.h"
 #include "support/Expect.h"
 
-#include <tav/kernel/deviant/DeviantImpl.h>
+#include "kernel/deviant/DeviantImpl.h"
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/deviant/Listeners.h>
 #include <tav/kernel/util/Exception.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-// Kernel-internal; public only because the inline read path of Deviations
-// looks at `removed`.
+// The engine's record of a deviant, private to change tracking; in-tree tests
+// and benchmarks reach in through the source tree.
 
 #include <tav/Export.h>
 #include <tav/kernel/deviant/ChangeMap.h>
