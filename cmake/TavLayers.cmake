@@ -82,7 +82,8 @@ function(tav_add_layer_checks)
         if(made)
             add_dependencies(tav_${layer}_layer_check tav_generated)
         endif()
-        add_dependencies(tav_${layer} tav_${layer}_layer_check)
+        # Change tracking and the sequences still name generated interfaces.
+        add_dependencies(tav_${layer} tav_${layer}_layer_check tav_generated)
     endforeach()
 endfunction()
 
