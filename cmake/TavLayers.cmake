@@ -54,8 +54,8 @@ function(tav_layer_made_files layer)
     set_property(GLOBAL APPEND PROPERTY TAV_LAYER_MADE_${layer} ${ARGN})
 endfunction()
 
-# After the layers' folders are added: one check per layer over the files it owns.
-# A layer compiles only after its check passed.
+# After the layers' folders are added: one check per layer over the files it owns and
+# the sources its library compiles. A layer compiles only after its check passed.
 function(tav_add_layer_checks)
     foreach(layer IN LISTS TAV_LAYERS)
         set(files)
@@ -75,8 +75,11 @@ function(tav_add_layer_checks)
             COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/layers
             COMMAND ${Python3_EXECUTABLE} ${TAV_LAYER_CHECK} ${TAV_LAYER_TABLE} ${layer} ${stamp}
                     ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated -- ${files}
+                    # What the library compiles, less CMake's own unity and header batches.
+                    --compiled $<FILTER:$<TARGET_PROPERTY:tav_${layer},SOURCES>,EXCLUDE,/CMakeFiles/>
             DEPENDS ${TAV_LAYER_TABLE} ${TAV_LAYER_CHECK} ${files}
-            COMMENT "Checking the includes of layer ${layer}"
+            COMMENT "Checking the includes and sources of layer ${layer}"
+            COMMAND_EXPAND_LISTS
             VERBATIM)
         add_custom_target(tav_${layer}_layer_check DEPENDS ${stamp})
         if(made)

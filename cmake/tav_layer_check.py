@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 """Fails when a file of a layer includes a header of a layer above it.
 
-usage: tav_layer_check.py TABLE LAYER STAMP ROOT... -- FILE...
+usage: tav_layer_check.py TABLE LAYER STAMP ROOT... -- FILE... [--compiled SOURCE...]
 
 TABLE is cmake/TavLayers.txt; ROOTs are the trees the table's paths are relative
 to (the sources and the generated code). Files that LAYER does not own are passed
-over, so a layer may hand in its folders' files wholesale. STAMP is written when
-the layer is clean.
+over, so a layer may hand in its folders' files wholesale. The SOURCEs its library
+compiles must all be its own. STAMP is written when the layer is clean.
 """
 import os
 import re
@@ -71,17 +71,33 @@ def main(argv):
         sys.exit(__doc__)
     split = argv.index("--")
     table, layer, stamp, roots, files = argv[1], argv[2], argv[3], argv[4:split], argv[split + 1:]
+    compiled = []
+    if "--compiled" in files:
+        at = files.index("--compiled")
+        files, compiled = files[:at], files[at + 1:]
     layers, owned, allowed = read_table(table)
     if layer not in layers:
         sys.exit(f"{table}: no layer '{layer}'")
     rank = layers.index(layer)
-    roots = [os.path.realpath(r) for r in roots]
-    failures = []
-    for name in files:
+    # The generated tree lies inside the source tree: the deepest root names a file.
+    roots = sorted((os.path.realpath(r) for r in roots), key=len, reverse=True)
+
+    def relative(name):
         full = os.path.realpath(name)
-        rel = next((os.path.relpath(full, r) for r in roots if full.startswith(r + os.sep)), None)
+        return next((os.path.relpath(full, r) for r in roots if full.startswith(r + os.sep)), None)
+
+    failures = []
+    for name in compiled:
+        rel = relative(name)
+        holder = rel and owner(rel, owned)
+        if holder != layer:
+            failures.append(f"{name}: compiled into layer '{layer}' but owned by "
+                            + (f"layer '{holder}'" if holder else "no layer"))
+    for name in dict.fromkeys(files + compiled):
+        rel = relative(name)
         if rel is None or owner(rel, owned) != layer:
             continue
+        full = os.path.realpath(name)
         with open(full, encoding="utf-8", errors="replace") as source:
             for number, line in enumerate(source, 1):
                 match = INCLUDE.match(line)
