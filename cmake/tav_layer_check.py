@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Fails when a file of a layer includes a header of a layer above it.
+"""Fails when a file of a layer includes a header of a layer above it, or when
+the layer's library compiles a source of another layer.
 
 usage: tav_layer_check.py TABLE LAYER STAMP ROOT... -- FILE... [--compiled SOURCE...]
 
