@@ -6,7 +6,7 @@
 #include "kernel/Counting/NSImplementation/CounterImpl.h"
 #include "kernel/Counting/NSImplementation/NSDeviant/CounterDeviantImpl.h"
 
-#include <deque>
+#include <vector>
 
 namespace tavtest {
 
@@ -15,10 +15,15 @@ using TAV::NSInterface::ObjectIntf;
 using Counter = Counting::NSImplementation::CounterImpl;
 using CounterState = Counting::NSImplementation::CounterDeviantImpl;
 
-// The value a state of a counter holds.
-inline int valueOf(ObjectIntf const* aState)
+// A state of a counter, from the canonical pointer the engine holds it by.
+inline CounterState* stateOf(ObjectIntf* aState)
 {
-    return TAV::family::fromCanonical<Counting::NSInterface::CounterIntf>(aState)->getValue(Deviant());
+    return static_cast<CounterState*>(TAV::family::fromCanonical<Counting::NSInterface::CounterIntf>(aState));
+}
+
+inline int valueOf(ObjectIntf* aState)
+{
+    return stateOf(aState)->fValue;
 }
 
 // Counters made as a model makes its objects: a root deviant, a root state and
@@ -43,8 +48,7 @@ public:
         c->rootDeviant = aRoot;
         c->objectIndex = aIndex;
         c->internal_createDeviation(aRoot);
-        static_cast<CounterState*>(TAV::family::fromCanonical<Counting::NSInterface::CounterIntf>(c->deviations.rootState))
-            ->fValue = aValue;
+        stateOf(c->deviations.rootState)->fValue = aValue;
         return *c;
     }
 
@@ -57,7 +61,7 @@ public:
     static int countsOn(Counter const& c) { return c.numRef() - 1; }
 
 private:
-    std::deque<Counter*> fHeld;
+    std::vector<Counter*> fHeld;
 };
 
 } // namespace tavtest
