@@ -2,6 +2,7 @@
 
 #include <tav/Export.h>
 #include <tav/kernel/deviant/Deviant.h>
+#include <tav/kernel/deviant/DeviantHead.h>
 
 namespace TAV {
 
@@ -22,9 +23,8 @@ public:
     // The state to read under `d`; `objectRoot` is the object's root deviant.
     NSInterface::ObjectIntf* read(Deviant d, Deviant objectRoot) const
     {
-        // The common case touches no map: root, alive, with a real state. Whether
-        // root was removed is the engine's to say; its record stays out of sight.
-        if (d == objectRoot && Deviant::isRealState(rootState) && d.impl() && d.isValid())
+        // The common case touches no map: root, alive, with a real state.
+        if (d == objectRoot && d.impl() && !internal::headOf(d.impl()).removed && Deviant::isRealState(rootState))
             return rootState;
         return readSlow(d, objectRoot);
     }
