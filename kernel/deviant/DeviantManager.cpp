@@ -1,8 +1,8 @@
+#include "kernel/deviant/DeviantImpl.h"
 #include "kernel/deviant/Raise.h"
 #include "kernel/deviant/ScopedTransaction.h"
 
 #include <tav/kernel/deviant/ClassObjectHooks.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/deviant/DeviantManagerHelper.h>
 
