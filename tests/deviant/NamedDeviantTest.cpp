@@ -117,12 +117,11 @@ TEST_F(ChangeTrackingTest, DeviatingObjectsAreThoseWhoseOwnSlotIsNotRoots)
     EXPECT_EQ(watch.syncs, 1);
     EXPECT_EQ(readOr(rootMade, alpha, -1), 0) << "created in root, seen after the sync";
 
-    int const liveStates = CounterState::sLive;
     write(written, 4, alpha);
-    EXPECT_EQ(CounterState::sLive, liveStates + 1);
+    EXPECT_EQ(Counters::countsOn(written), 1) << "alpha's change map";
     manager.removeDeviantWithName("alpha");
     EXPECT_EQ(watch.destroyed, 1) << "a modifier that also observes hears once";
-    EXPECT_EQ(CounterState::sLive, liveStates) << "the removed deviant's states are gone";
+    EXPECT_EQ(Counters::countsOn(written), 0) << "the removed deviant's states and map are gone";
     EXPECT_FALSE(alpha.isValid());
     EXPECT_RAISES(written.getValue(alpha), TAV::Exception, "object accessed after its deviant has been removed");
     EXPECT_EQ(manager.createDeviantWithName("alpha").getDeviantId(), 3) << "ids are never used twice";
@@ -130,15 +129,14 @@ TEST_F(ChangeTrackingTest, DeviatingObjectsAreThoseWhoseOwnSlotIsNotRoots)
 
 TEST(DeviantManagerDestroyTest, CommitsWhatIsOpenTellsNoReportAndMarksEveryObject)
 {
-    int const liveStates = CounterState::sLive;
     std::vector<std::string> log;
     Recorder observer(log, "o");
     {
-        std::deque<Counter> objects;
+        Counters objects;
         TAV::DeviantManager manager;
         Deviant const root = manager.getRoot(), named = manager.createDeviantWithName("n");
         for (int i = 0; i < 3; ++i)
-            manager.addObjectToModel(&objects.emplace_back(root, i));
+            manager.addObjectToModel(&objects.make(root, i));
         root.registerObservingListener(new Recorder::Holder(&observer));
         named.beginTransaction();
         objects[0].setValue(named, 4);
@@ -148,10 +146,9 @@ TEST(DeviantManagerDestroyTest, CommitsWhatIsOpenTellsNoReportAndMarksEveryObjec
         EXPECT_RAISES(manager.addObjectToModel(&objects[1]), TAV::Exception, "Re-addition of object to model");
 
         manager.destroy();
-        EXPECT_EQ(CounterState::sLive, liveStates) << "every state, named and root, is gone";
-        for (Counter& c : objects) {
-            EXPECT_EQ(c.deviations.rootState, Deviant::ModelDestroyed);
-            EXPECT_EQ(c.refCount, 0) << "the passes give back what they took";
+        for (Counter* c : objects) {
+            EXPECT_EQ(c->deviations.rootState, Deviant::ModelDestroyed);
+            EXPECT_EQ(Counters::countsOn(*c), 0) << "every map let go, and the passes give back what they took";
         }
         EXPECT_RAISES(objects[2].getValue(root), TAV::Exception, "object accessed after its model has been destroyed");
         EXPECT_EQ(manager.objectCount(), 0u);
