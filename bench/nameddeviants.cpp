@@ -9,7 +9,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <deque>
 #include <map>
 #include <memory>
 #include <vector>
@@ -25,7 +24,7 @@ struct Population {
     explicit Population(long long n)
     {
         for (long long i = 0; i < n; ++i)
-            objects.emplace_back(root, i);
+            objects.make(root, static_cast<int>(i));
         stride = n / kTouched;
     }
 
@@ -45,7 +44,7 @@ struct Population {
         root.commitTransaction();
     }
 
-    std::deque<Counter> objects; // outlives the manager, whose maps count them
+    tavtest::Counters objects; // outlives the manager, whose maps count them
     TAV::DeviantManager manager;
     Deviant root = manager.getRoot();
     Deviant named = manager.createDeviantWithName("named");
