@@ -44,10 +44,9 @@ std::function<Ids()> reader(ImmutableSequence<T> s)
 }
 
 // The sequence a table hands out for an id, as reflection and the storages see it.
-std::function<Ids()> byTable(IntrospectiveMethods const& aTable, unsigned aId, ImmutableClassObject const& aObject)
+Sequence<ImmutableClassObject> byTable(IntrospectiveMethods const& aTable, unsigned aId, ImmutableClassObject const& aObject)
 {
-    return reader(ImmutableSequence<ImmutableClassObject>(
-        aTable.getMultiValued(aObject.internal_intf(), aObject.getDeviant(), aId, false), aObject.getDeviant()));
+    return {aTable.getMultiValued(aObject.internal_intf(), aObject.getDeviant(), aId, true), aObject.getDeviant()};
 }
 
 class DerivedViewTest : public FamilyTest {
@@ -70,16 +69,16 @@ TEST_F(DerivedViewTest, ViewsMadeBeforeAChangeShowItEachElementOnce)
     };
     std::vector<Case> const cases = {
         {"ownedMember", reader(c.getOwnedMembers()), {id(p), id(op), id(rule)}},
-        {"ownedMember by the table", byTable(NSInterface::NamespaceIntf::sIntrospectiveMethods, 4, c),
+        {"ownedMember by the table", reader(byTable(NSInterface::NamespaceIntf::sIntrospectiveMethods, 4, c)),
          {id(p), id(op), id(rule)}},
         {"member: a stored list shown by two parts once", reader(c.getMembers()), {id(op), id(p), id(rule)}},
         {"feature", reader(c.getFeatures()), {id(op), id(p)}},
-        {"attribute by the table", byTable(NSInterface::ClassifierIntf::sIntrospectiveMethods, 1, c), {id(p)}},
+        {"attribute by the table", reader(byTable(NSInterface::ClassifierIntf::sIntrospectiveMethods, 1, c)), {id(p)}},
         {"ownedElement: the containees", reader(c.getOwnedElements()), {id(p), id(op), id(rule)}},
-        {"ownedElement by the table", byTable(NSInterface::ElementIntf::sIntrospectiveMethods, 2, c),
+        {"ownedElement by the table", reader(byTable(NSInterface::ElementIntf::sIntrospectiveMethods, 2, c)),
          {id(p), id(op), id(rule)}},
         {"featuringClassifier of an attribute", reader(p.getFeaturingClassifiers()), {id(c)}},
-        {"featuringClassifier of an operation", byTable(NSInterface::FeatureIntf::sIntrospectiveMethods, 1, op),
+        {"featuringClassifier of an operation", reader(byTable(NSInterface::FeatureIntf::sIntrospectiveMethods, 1, op)),
          {id(c)}},
         {"redefinitionContext of an operation", reader(op.getRedefinitionContexts()), {id(c)}},
     };
@@ -120,13 +119,10 @@ TEST_F(DerivedViewTest, WritesThroughAUnionLandInThePartOfTheirClassWithTheOppos
     EXPECT_EQ(idsOf(c.getOwnedRules()), Ids{id(rule)});
     EXPECT_TRUE(p.getClass() == c && q.getClass() == c && op.getClass() == c);
     EXPECT_TRUE(rule.getContext() == ImmutableNamespace(c));
-    EXPECT_TRUE(c.getContaineeTAVs().contains(op));
 
     EXPECT_EQ(members.removeAll(p), 1);
     EXPECT_FALSE(p.hasClass());
-    Sequence<ImmutableClassObject>(NSInterface::NamespaceIntf::sIntrospectiveMethods.getMultiValued(ImmutableClassObject(c).internal_intf(), root, 4, true),
-                                   root)
-        .clear();
+    byTable(NSInterface::NamespaceIntf::sIntrospectiveMethods, 4, c).clear();
     EXPECT_FALSE(q.hasClass() || op.hasClass() || rule.hasContext());
     EXPECT_TRUE(c.getContaineeTAVs().empty());
     EXPECT_TAV_THROW(members.push_back(newPackage()), "cannot insert value into the combined sequence");
@@ -146,8 +142,7 @@ TEST_F(DerivedViewTest, RestrictedListsShowTheirTypeAndWriteThroughTheListTheyRe
     EXPECT_EQ(idsOf(pkg.getPackagedElements()), (Ids{id(type), id(rule), id(sub), id(other)}));
     EXPECT_EQ(idsOf(pkg.getOwnedTypes()), (Ids{id(type), id(other)}));
     EXPECT_EQ(idsOf(pkg.getNestedPackages()), Ids{id(sub)});
-    EXPECT_TRUE(sub.getNestingPackage() == pkg) << "the opposite end is kept";
-    EXPECT_TRUE(other.getPackage() == pkg);
+    EXPECT_TRUE(sub.getNestingPackage() == pkg && other.getPackage() == pkg) << "the opposite end is kept";
 
     pkg.getNestedPackages().clear();
     EXPECT_EQ(idsOf(pkg.getPackagedElements()), (Ids{id(type), id(rule), id(other)})) << "only what it shows goes";
@@ -158,8 +153,7 @@ TEST_F(DerivedViewTest, RestrictedListsShowTheirTypeAndWriteThroughTheListTheyRe
     c.getOwnedAttributes().push_back(newProperty());
     c.getOwnedExtensions().push_back(end);
     EXPECT_EQ(idsOf(c.getOwnedExtensions()), Ids{id(end)});
-    EXPECT_EQ(c.getOwnedAttributes().size(), 2);
-    EXPECT_TRUE(end.getClass() == c);
+    EXPECT_TRUE(c.getOwnedAttributes().size() == 2 && end.getClass() == c);
     c.getOwnedAttributes().clear();
     close(root);
 }
@@ -178,18 +172,13 @@ TEST_F(DerivedViewTest, ViewsWithNoWritablePartRefuseEveryWriteAndChangeNothing)
         [&] { p.getFeaturingClassifiers().clear(); },
         [&] { p.getFeaturingClassifiers().push_back(newClass()); },
         [&] { a.getAttributes().push_back(p); }, // a union with no part in this class
-        [&] {
-            Sequence<ImmutableClassObject>(NSInterface::ElementIntf::sIntrospectiveMethods.getMultiValued(ImmutableClassObject(c).internal_intf(), root, 2, true),
-                                           root)
-                .removeAll(p);
-        },
+        [&] { byTable(NSInterface::ElementIntf::sIntrospectiveMethods, 2, c).removeAll(p); },
     };
     for (auto const& write : writes)
         EXPECT_TAV_THROW(write(), "This derived sequence is read-only!");
     close(root);
     EXPECT_EQ(idsOf(c.getOwnedElements()), Ids{id(p)});
-    EXPECT_TRUE(p.getClass() == c);
-    EXPECT_TRUE(a.getAttributes().empty());
+    EXPECT_TRUE(p.getClass() == c && a.getAttributes().empty());
 }
 
 } // namespace
