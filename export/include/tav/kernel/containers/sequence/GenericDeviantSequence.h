@@ -27,30 +27,9 @@ public:
     GenericDeviantSequence& operator=(GenericDeviantSequence const&) = delete;
     ~GenericDeviantSequence() override;
 
-    void* cast(CooperativeVisitor::internal::ClassInfo const& aInfo) const override;
-    Generic::Ref generic_at(Deviant const& aDeviant, int aIndex) const override;
-    Generic::Ref generic_front(Deviant const& aDeviant) const override;
-    Generic::Ref generic_back(Deviant const& aDeviant) const override;
-    Generic::IteratorPtr generic_begin(Deviant const& aDeviant) const override;
-    Generic::IteratorPtr generic_end(Deviant const& aDeviant) const override;
-    void generic_clear(Deviant const& aDeviant) override;
-    int generic_size(Deviant const& aDeviant) const override;
+    TAV_SEQUENCE_ELEMENT_OPERATIONS
     bool generic_empty(Deviant const& aDeviant) const override;
-    void generic_insert(Deviant const& aDeviant, int aIndex, Generic::Ref aValue) override;
-    Generic::IteratorPtr generic_insert(Deviant const& aDeviant, Generic::IteratorIntf const* aPosition,
-                                        Generic::Ref aValue) override;
-    Generic::IteratorPtr generic_erase(Deviant const& aDeviant, Generic::IteratorIntf const* aPosition) override;
-    Generic::IteratorPtr generic_erase(Deviant const& aDeviant, Generic::IteratorIntf const* aFirst,
-                                       Generic::IteratorIntf const* aLast) override;
-    void generic_erase(Deviant const& aDeviant, int aIndex) override;
-    void generic_pop_back(Deviant const& aDeviant) override;
-    void generic_pop_front(Deviant const& aDeviant) override;
-    void generic_push_back(Deviant const& aDeviant, Generic::Ref aValue) override;
-    void generic_push_front(Deviant const& aDeviant, Generic::Ref aValue) override;
-    void generic_replace(Deviant const& aDeviant, int aIndex, Generic::Ref aValue) override;
-    bool generic_contains(Deviant const& aDeviant, Generic::Ref aValue) const override;
     std::string generic_getKestName(bool aImmutable, bool aIterator, char const* aPrefix) const override;
-    int generic_removeAll(Deviant const& aDeviant, Generic::Ref aValue) override;
 
 private:
     // The storage in the state that aDeviant reads (or writes) the owner through.

@@ -55,8 +55,8 @@ public:
     void generic_assign(Deviant const& aDeviant, SequenceIntf const* aOther, Deviant const& aOtherDeviant);
 };
 
-// What every storage class of a sequence overrides, declared once for all of them.
-#define TAV_SEQUENCE_STORAGE_OPERATIONS \
+// What every sequence class overrides: the cast and the element operations.
+#define TAV_SEQUENCE_ELEMENT_OPERATIONS \
     void* cast(CooperativeVisitor::internal::ClassInfo const& aInfo) const override;                                 \
     Generic::Ref generic_at(Deviant const& aDeviant, int aIndex) const override;                                     \
     Generic::Ref generic_front(Deviant const& aDeviant) const override;                                              \
@@ -78,7 +78,12 @@ public:
     void generic_push_front(Deviant const& aDeviant, Generic::Ref aValue) override;                                  \
     void generic_replace(Deviant const& aDeviant, int aIndex, Generic::Ref aValue) override;                         \
     bool generic_contains(Deviant const& aDeviant, Generic::Ref aValue) const override;                              \
-    int generic_removeAll(Deviant const& aDeviant, Generic::Ref aValue) override;                                    \
+    int generic_removeAll(Deviant const& aDeviant, Generic::Ref aValue) override;
+
+// What every storage class of a sequence overrides: the element operations and the
+// faster roads between two sequences of one kind.
+#define TAV_SEQUENCE_STORAGE_OPERATIONS \
+    TAV_SEQUENCE_ELEMENT_OPERATIONS \
     bool specialized_equal(Deviant const& aDeviant, Generic::SequenceIntf const* aOther,                             \
                            Deviant const& aOtherDeviant, bool& aHandled) const override;                             \
     void specialized_assign(Deviant const& aDeviant, Generic::SequenceIntf const* aOther,                            \

@@ -14,20 +14,8 @@ class TAV_EXPORT MultiValuedPropertyManager : public PropertyStorageIntf {
 public:
     MultiValuedPropertyManager(IntrospectiveMethods const* aMethods, unsigned aPropertyId);
 
-    bool has(ImmutableClassObject const& aObject) const override;
-    ImmutableSequence<ImmutableObject> get(ImmutableClassObject const& aObject) const override;
-    Sequence<Object> get(ImmutableClassObject const& aObject) override;
-    ImmutableObject getOne(ImmutableClassObject const& aObject) const override;
-    Object getOne(ImmutableClassObject const& aObject) override;
-    void setOrAdd(ClassObject aObject, Object const& aValue) override;
-    void setOrAddEndOnly(ClassObject aObject, Object const& aValue) override;
-    void remove(ClassObject aObject, Object const& aValue) override;
-    void removeEndOnly(ClassObject aObject, Object const& aValue) override;
-    void remove(ClassObject aObject) override;
-    void removeEndOnly(ClassObject aObject) override;
-    // Drops the first element, if any.
-    void removeOne(ClassObject aObject) override;
-    void removeOneEndOnly(ClassObject aObject) override;
+    // removeOne drops the first element, if any.
+    TAV_PROPERTY_STORAGE_OPERATIONS
 
 private:
     IntrospectiveMethods const* methods; // not owned

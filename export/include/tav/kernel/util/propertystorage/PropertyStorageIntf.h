@@ -48,4 +48,20 @@ private:
     int fCount = 0;
 };
 
+// What every property storage overrides.
+#define TAV_PROPERTY_STORAGE_OPERATIONS                                                             \
+    bool has(ImmutableClassObject const& aObject) const override;                                   \
+    ImmutableSequence<ImmutableObject> get(ImmutableClassObject const& aObject) const override;     \
+    Sequence<Object> get(ImmutableClassObject const& aObject) override;                             \
+    ImmutableObject getOne(ImmutableClassObject const& aObject) const override;                     \
+    Object getOne(ImmutableClassObject const& aObject) override;                                    \
+    void setOrAdd(ClassObject aObject, Object const& aValue) override;                              \
+    void setOrAddEndOnly(ClassObject aObject, Object const& aValue) override;                       \
+    void remove(ClassObject aObject, Object const& aValue) override;                                \
+    void removeEndOnly(ClassObject aObject, Object const& aValue) override;                         \
+    void remove(ClassObject aObject) override;                                                      \
+    void removeEndOnly(ClassObject aObject) override;                                               \
+    void removeOne(ClassObject aObject) override;                                                   \
+    void removeOneEndOnly(ClassObject aObject) override;
+
 } // namespace TAV

@@ -15,20 +15,9 @@ public:
     // constantly true, and has reads the value instead.
     SingleValuedPropertyManager(IntrospectiveMethods const* aMethods, unsigned aPropertyId, int aLower);
 
-    bool has(ImmutableClassObject const& aObject) const override;
-    ImmutableSequence<ImmutableObject> get(ImmutableClassObject const& aObject) const override;
-    Sequence<Object> get(ImmutableClassObject const& aObject) override;
-    ImmutableObject getOne(ImmutableClassObject const& aObject) const override;
-    Object getOne(ImmutableClassObject const& aObject) override;
-    void setOrAdd(ClassObject aObject, Object const& aValue) override;
-    void setOrAddEndOnly(ClassObject aObject, Object const& aValue) override;
-    // The value is not looked at: a property with one value has one thing to remove.
-    void remove(ClassObject aObject, Object const& aValue) override;
-    void removeEndOnly(ClassObject aObject, Object const& aValue) override;
-    void remove(ClassObject aObject) override;
-    void removeEndOnly(ClassObject aObject) override;
-    void removeOne(ClassObject aObject) override;
-    void removeOneEndOnly(ClassObject aObject) override;
+    // remove(object, value) does not look at the value: a property with one value has one
+    // thing to remove.
+    TAV_PROPERTY_STORAGE_OPERATIONS
 
 private:
     IntrospectiveMethods const* methods; // not owned
