@@ -1,11 +1,301 @@
-// Hand-maintained operations of Model.
+// Hand-maintained operations of Model: creation, the objects by index, the model's URI,
+// and the model's face of change tracking.
+
+#include "kernel/TAV/NSImplementation/ModelImpl.h"
 
 #include <tav/TAV/ClassObject_h.h>
 #include <tav/TAV/Model_h.h>
 #include <tav/TAV/NSInterface/ModelIntf.h>
+#include <tav/kernel/containers/sequence/Sequence.h>
 #include <tav/kernel/deviant/DeviantManager.h>
+#include <tav/kernel/deviant/DeviantManagerHelper.h>
+#include <tav/kernel/family/Creation.h>
+#include <tav/kernel/util/Asserter.h>
+#include <tav/kernel/util/ModelCache.h>
 
-namespace TAV::NSInterface {
+#include <string>
+#include <vector>
+
+namespace TAV {
+
+namespace {
+
+constexpr char kSource[] = "kernel/TAV/NSHandMaintained/ModelImplHand";
+constexpr char kHandleSource[] = "export/include/tav/TAV/Model_h";
+
+// The model operations are called on the object, never on a state: handles hold objects.
+internal::ModelCore& coreOf(NSInterface::ModelIntf const* aModel)
+{
+    return static_cast<NSImplementation::ModelImpl*>(const_cast<NSInterface::ModelIntf*>(aModel))->core;
+}
+
+[[noreturn]] void nullModel(int aLine)
+{
+    Asserter::MakeAlways<Exception>("Cannot access NULL ref. Use isValid() before calling methods")
+        .handle(kHandleSource, aLine, "");
+    __builtin_unreachable();
+}
+
+std::string qualifiedClassName(NSInterface::ClassObjectIntf const* aObject)
+{
+    std::string const dotted = aObject->getKestName(false).toUtf8();
+    return dotted;
+}
+
+struct AssertionsOff {
+    bool const previous = DeviantAssertions::enableAssertions(false);
+    ~AssertionsOff() { DeviantAssertions::enableAssertions(previous); }
+};
+
+} // namespace
+
+// Made before the model is a model: the assertions that ask for a transaction are off.
+Model Model::create()
+{
+    AssertionsOff const off;
+    auto* impl = new NSImplementation::ModelImpl();
+    internal::ModelCore& core = impl->core;
+    core.owner = impl;
+    ++impl->refCount;
+    core.manager.setModel(impl);
+    --impl->refCount;
+    Deviant const root = core.manager.getRoot();
+    impl->rootDeviant = root;
+    root.setMaximumUndoStackLength(0);
+    root.getDeviantManager()->setHelper(new DeviantManagerHelper);
+    impl->internal_createDeviation(root);
+    Model model(impl, root);
+    impl->setOnlyModelTAV(root, model);
+    family::setObjectIndex(model, root, ClassObject(model), core.nextObjectIndex);
+    String const uri = ModelCache::instance().getNextAvailableModelUri(ModelCache::UNTITLED);
+    impl->setUri(root, uri);
+    ModelCache::instance().bindModel(uri, model);
+    root.setMaximumUndoStackLength(Deviant::getDefaultMaximumUndoStackLength());
+    return model;
+}
+
+namespace family {
+
+Deviant creationDeviant(Model const& aModel)
+{
+    NSInterface::ModelIntf* model = aModel.internal_intf();
+    if (!model)
+        nullModel(__LINE__);
+    Deviant const d = aModel.getDeviant();
+    if (DeviantAssertions::sAssertionsEnabled)
+        d.internal_assertWritable(static_cast<NSInterface::ClassObjectIntf const*>(model));
+    return d;
+}
+
+Integer nextObjectIndex(Model const& aModel)
+{
+    creationDeviant(aModel);
+    return coreOf(aModel.internal_intf()).nextObjectIndex;
+}
+
+void enterModel(ClassObject const& aObject, Model const& aModel, Integer const& aId)
+{
+    Deviant const d = aObject.getDeviant();
+    NSInterface::ClassObjectIntf* object = aObject.internal_intf();
+    auto* canonical = static_cast<NSInterface::ObjectIntf*>(object);
+    d.getRootDeviant().addObjectToModel(canonical);
+    d.markObjectCreated(canonical);
+    object->internal_createDeviation(d);
+    setObjectIndex(aModel, d, aObject, aId);
+    object->setModelTAV(d, aModel);
+    aModel.internal_intf()->getUnparentedsWithoutAssociation(d).push_back(aObject);
+}
+
+// The guard against the wrap past the largest index comes first, whatever index is given.
+void setObjectIndex(Model const& aModel, Deviant aDeviant, ClassObject const& aObject, Integer const& aIndex)
+{
+    internal::ModelCore& core = coreOf(aModel.internal_intf());
+    if (core.nextObjectIndex < 1)
+        Asserter::MakeAlways<Exception>("Internal id value overflow!").handle(kSource, __LINE__, "");
+    aObject.internal_intf()->setObjectIndex(aDeviant, aIndex);
+    aModel.internal_intf()->insertObjectAtIndex(aDeviant, aIndex, aObject);
+    if (aIndex.value() >= core.nextObjectIndex)
+        core.nextObjectIndex = static_cast<std::int32_t>(static_cast<std::uint32_t>(aIndex.value()) + 1u);
+}
+
+// What an object's destructor tells its model: it leaves the object list and the index.
+void leaveModel(NSInterface::ObjectIntf* aObject, Deviant aRoot, Integer const& aIndex)
+{
+    aRoot.removeObjectFromModel(aObject);
+    if (NSInterface::ModelIntf* model = aRoot.getModel())
+        model->removeObjectAtIndex(aRoot, aIndex, ImmutableClassObject());
+}
+
+} // namespace family
+
+namespace internal {
+
+NSInterface::ClassObjectIntf* ObjectIndex::insert(std::int32_t aIndex, NSInterface::ClassObjectIntf* aObject)
+{
+    auto const at = static_cast<std::size_t>(aIndex);
+    if (aIndex >= 0 && at < fDense.size() + kDenseGap && fSparse.empty()) {
+        if (at >= fDense.size())
+            fDense.resize(at + 1, nullptr);
+        NSInterface::ClassObjectIntf*& slot = fDense[at];
+        if (!slot)
+            slot = aObject;
+        return slot;
+    }
+    if (aIndex >= 0 && at < fDense.size() && fDense[at])
+        return fDense[at];
+    if (aIndex >= 0 && at < fDense.size()) {
+        fDense[at] = aObject;
+        return aObject;
+    }
+    return fSparse.emplace(aIndex, aObject).first->second;
+}
+
+void ObjectIndex::erase(std::int32_t aIndex)
+{
+    if (aIndex >= 0 && static_cast<std::size_t>(aIndex) < fDense.size())
+        fDense[static_cast<std::size_t>(aIndex)] = nullptr;
+    else
+        fSparse.erase(aIndex);
+}
+
+ModelCore::~ModelCore()
+{
+    if (!owner)
+        return;
+    ModelCache::instance().unbindModel(owner);
+    // Three passes, so that no object goes while another still points to it from its state.
+    std::vector<NSInterface::ObjectIntf*> const objects(manager.objects().begin(), manager.objects().end());
+    for (NSInterface::ObjectIntf* object : objects)
+        object->incRef();
+    for (NSInterface::ObjectIntf* object : objects)
+        object->deviant_markModelDestroyed();
+    for (NSInterface::ObjectIntf* object : objects)
+        object->decRef();
+    // The model's own state holds its lists; the deviants go with the manager.
+    owner->deviant_markModelDestroyed();
+}
+
+} // namespace internal
+
+namespace NSInterface {
+
+Deviant ModelIntf::createDeviantWithName(String const& aName) const
+{
+    return coreOf(this).manager.createDeviantWithName(aName.toUtf8());
+}
+
+void ModelIntf::insertObjectAtIndex(Deviant aDeviant, Integer const& aIndex, ClassObject const& aObject)
+{
+    ClassObjectIntf* object = aObject.internal_intf();
+    if (object == static_cast<ClassObjectIntf const*>(this))
+        return;
+    ClassObjectIntf* existing = coreOf(this).objects.insert(aIndex.value(), object);
+    if (existing == object || !static_cast<ObjectIntf*>(existing)->deviant_isValid(aDeviant))
+        return;
+    std::string const text = "Attempt to overwrite object (index = '" +
+                             std::to_string(existing->getObjectIndex(aDeviant).value()) + "';type = '" +
+                             qualifiedClassName(existing) + "') with object (index = '" +
+                             std::to_string(aIndex.value()) + "'; type = '" + qualifiedClassName(object) + "')";
+    Asserter::Make<Exception>(false, "%s", text.c_str()).handle(kSource, __LINE__, "");
+}
+
+ClassObject ModelIntf::getObjectAtIndex(Deviant aDeviant, Integer const& aIndex)
+{
+    if (aIndex.value() == 1)
+        return ClassObject(getModelTAV(aDeviant).internal_intf(), aDeviant);
+    ClassObjectIntf* object = coreOf(this).objects.find(aIndex.value());
+    return object ? ClassObject(object, aDeviant) : ClassObject();
+}
+
+void ModelIntf::removeObjectAtIndex(Deviant, Integer const& aIndex, ImmutableClassObject const&)
+{
+    coreOf(this).objects.erase(aIndex.value());
+}
+
+Boolean ModelIntf::hasNextObjectIndex(Deviant) const
+{
+    return true;
+}
+
+void ModelIntf::removeNextObjectIndex(Deviant)
+{
+    coreOf(this).nextObjectIndex = 1;
+}
+
+void ModelIntf::setNextObjectIndex(Deviant, Integer const& aValue)
+{
+    coreOf(this).nextObjectIndex = aValue.value();
+}
+
+Integer ModelIntf::getNextObjectIndex(Deviant) const
+{
+    return coreOf(this).nextObjectIndex;
+}
+
+void ModelIntf::setLastSavedChangeLevel(Deviant, Integer const& aChangeLevel)
+{
+    coreOf(this).lastSavedChangeLevel = aChangeLevel.value();
+}
+
+Integer ModelIntf::getLastSavedChangeLevel(Deviant) const
+{
+    return coreOf(this).lastSavedChangeLevel;
+}
+
+Boolean ModelIntf::hasLastSavedChangeLevel(Deviant) const
+{
+    return true;
+}
+
+void ModelIntf::removeLastSavedChangeLevel(Deviant)
+{
+    coreOf(this).lastSavedChangeLevel = -1;
+}
+
+// The model's URI is its internal one; the derived ClassObject.uri of a model is the same.
+Boolean ModelIntf::hasTAV_Model_Uri(Deviant aDeviant) const
+{
+    return hasInternalUri(aDeviant) && !getInternalUri(aDeviant).empty();
+}
+
+void ModelIntf::removeTAV_Model_Uri(Deviant aDeviant)
+{
+    removeInternalUri(aDeviant);
+}
+
+void ModelIntf::setTAV_Model_Uri(Deviant aDeviant, String const& aValue)
+{
+    setInternalUri(aDeviant, aValue);
+}
+
+String ModelIntf::getTAV_Model_Uri(Deviant aDeviant) const
+{
+    if (!hasTAV_Model_Uri(aDeviant))
+        Asserter::MakeAlways<Exception>("Failed to obtain model's uri: Uri value is empty!")
+            .handle(kSource, __LINE__, "");
+    return getInternalUri(aDeviant);
+}
+
+bool ModelIntf::hasUri(Deviant aDeviant) const
+{
+    return hasTAV_Model_Uri(aDeviant);
+}
+
+void ModelIntf::removeUri(Deviant aDeviant)
+{
+    removeTAV_Model_Uri(aDeviant);
+}
+
+void ModelIntf::setUri(Deviant aDeviant, String const& aValue)
+{
+    String const copy = aValue;
+    setTAV_Model_Uri(aDeviant, copy);
+}
+
+String ModelIntf::getUri(Deviant aDeviant) const
+{
+    return getTAV_Model_Uri(aDeviant);
+}
 
 // The only way back from an immutable handle: it must be a live object of this model,
 // so a read-only view of another model never becomes writable through this one.
@@ -21,10 +311,10 @@ ClassObject ModelIntf::toMutable(Deviant aDeviant, ImmutableClassObject const& a
     return ClassObject(object, objectDeviant);
 }
 
-} // namespace TAV::NSInterface
+} // namespace NSInterface
 
 // The model's face of change tracking: each forwards to the deviant given.
-namespace TAV::NSInterface {
+namespace NSInterface {
 
 void ModelIntf::beginTransaction(Deviant aDeviant, String const& aName)
 {
@@ -71,14 +361,14 @@ Integer ModelIntf::getCurrentChangeLevel(Deviant aDeviant) const
     return aDeviant.getCurrentChangeLevel();
 }
 
-Boolean ModelIntf::isValidUndoChangeLevel(Deviant aDeviant, Integer const& aChangeLevel) const
+Integer ModelIntf::getDefaultMaximumUndoStackLength(Deviant) const
 {
-    return aDeviant.isValidUndoChangeLevel(aChangeLevel);
+    return Deviant::getDefaultMaximumUndoStackLength();
 }
 
-Boolean ModelIntf::isValidRedoChangeLevel(Deviant aDeviant, Integer const& aChangeLevel) const
+Integer ModelIntf::getMaximumUndoStackLength(Deviant aDeviant) const
 {
-    return aDeviant.isValidRedoChangeLevel(aChangeLevel);
+    return aDeviant.getMaximumUndoStackLength();
 }
 
 Integer ModelIntf::getUndoStackLength(Deviant aDeviant) const
@@ -91,17 +381,61 @@ Integer ModelIntf::getRedoStackLength(Deviant aDeviant) const
     return aDeviant.getRedoStackLength();
 }
 
-// One number kept for the model's user, on the model's manager.
-void ModelIntf::setLastSavedChangeLevel(Deviant aDeviant, Integer const& aChangeLevel)
+Integer ModelIntf::getUndoChangeLevelAt(Deviant aDeviant, Integer const& aIndex) const
 {
-    if (DeviantManager* manager = aDeviant.getDeviantManager())
-        manager->lastSavedChangeLevel = aChangeLevel;
+    return aDeviant.getUndoChangeLevelAt(aIndex);
 }
 
-Integer ModelIntf::getLastSavedChangeLevel(Deviant aDeviant) const
+Integer ModelIntf::getRedoChangeLevelAt(Deviant aDeviant, Integer const& aIndex) const
 {
-    DeviantManager const* manager = aDeviant.getDeviantManager();
-    return manager ? manager->lastSavedChangeLevel : 0;
+    return aDeviant.getRedoChangeLevelAt(aIndex);
+}
+
+String ModelIntf::getUndoNameAt(Deviant aDeviant, Integer const& aIndex) const
+{
+    return String(aDeviant.getUndoNameAt(aIndex));
+}
+
+String ModelIntf::getRedoNameAt(Deviant aDeviant, Integer const& aIndex) const
+{
+    return String(aDeviant.getRedoNameAt(aIndex));
+}
+
+void ModelIntf::setMaximumUndoStackLength(Deviant aDeviant, Integer const& aLength)
+{
+    aDeviant.setMaximumUndoStackLength(aLength);
+}
+
+void ModelIntf::clearUndoStack(Deviant aDeviant)
+{
+    aDeviant.clearUndoStack();
+}
+
+void ModelIntf::clearRedoStack(Deviant aDeviant)
+{
+    aDeviant.clearRedoStack();
+}
+
+String ModelIntf::getDeviantName(Deviant aDeviant)
+{
+    return String(aDeviant.getName());
+}
+
+void ModelIntf::removeDeviantWithName(Deviant aDeviant, String const& aName)
+{
+    Asserter::Make<Exception>(aDeviant.getDeviantId() == 0, "removeDeviantWithName called on non-root deviant")
+        .handle(kSource, __LINE__, "");
+    coreOf(this).manager.removeDeviantWithName(aName.toUtf8());
+}
+
+Boolean ModelIntf::isValidUndoChangeLevel(Deviant aDeviant, Integer const& aChangeLevel) const
+{
+    return aDeviant.isValidUndoChangeLevel(aChangeLevel);
+}
+
+Boolean ModelIntf::isValidRedoChangeLevel(Deviant aDeviant, Integer const& aChangeLevel) const
+{
+    return aDeviant.isValidRedoChangeLevel(aChangeLevel);
 }
 
 void ModelIntf::allowExceptions(Deviant aDeviant, Boolean const& aAllow)
@@ -109,4 +443,5 @@ void ModelIntf::allowExceptions(Deviant aDeviant, Boolean const& aAllow)
     aDeviant.setExceptionPolicy(aAllow ? LetListenerExceptionsPass : SwallowListenerExceptions);
 }
 
-} // namespace TAV::NSInterface
+} // namespace NSInterface
+} // namespace TAV

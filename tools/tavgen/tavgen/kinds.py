@@ -39,9 +39,14 @@ def pending_ops(p: Prop) -> List[Op]:
 
 
 def hand_ops(p: Prop) -> List[Op]:
-    """A derived single reference whose accessors the hand-maintained part writes."""
+    """A derived single property whose accessors the hand-maintained part writes."""
     U = p.upper_name
     D = ("Deviant", "aDeviant")
+    if p.is_value:
+        V = value_cpp(p.type)
+        return [Op(f"has{U}", "bool", [D], True), Op(f"remove{U}", "void", [D], False, mutating=True),
+                Op(f"set{U}", "void", [D, (V.ref(), "aValue")], False, mutating=True),
+                Op(f"get{U}", V, [D], True)]
     H = himm(p.type)
     return [Op(f"has{U}", "bool", [D], True), Op(f"remove{U}", "void", [D], False, mutating=True),
             Op(f"get{U}", H, [D], True), Op(f"removeOnly{U}", "void", [D], False, mutating=True)]
@@ -187,7 +192,7 @@ class HandRedefinition(Kind):
 
 
 class Hand(Kind):
-    """A derived single reference whose accessors the hand-maintained part writes."""
+    """A derived single property whose accessors the hand-maintained part writes."""
     name = "hand"
 
     def matches(self, p):

@@ -178,6 +178,11 @@ class _Parser:
                 self.fail(no, "expected 'order NAME...' in a class")
             self.current.order.extend(t[1:])
             return
+        if head == "holds":
+            if self.current.kind != "class" or len(t) != 4 or t[2] != "header":
+                self.fail(no, "expected 'holds \"C++ MEMBER\" header \"INCLUDE PATH\"' in a class")
+            self.current.holds.append((t[1], t[3]))
+            return
         if head == "literals":
             if self.current.kind != "enumeration":
                 self.fail(no, f"'literals' in non-enumeration '{self.current.name}'")

@@ -48,6 +48,7 @@ public:
     void removeObjectFromModel(NSInterface::ObjectIntf* object) { fObjects.erase(object); }
     bool containsObject(NSInterface::ObjectIntf* object) const { return fObjects.contains(object); }
     std::size_t objectCount() const { return fObjects.size(); }
+    std::unordered_set<NSInterface::ObjectIntf*> const& objects() const { return fObjects; }
 
 private:
     NSInterface::ModelIntf* fModel = nullptr;

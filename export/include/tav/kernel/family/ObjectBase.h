@@ -6,6 +6,7 @@
 #include <tav/TAV/String.h>
 #include <tav/TAV/Type_h.h>
 #include <tav/kernel/deviant/Deviations.h>
+#include <tav/kernel/family/Creation.h>
 #include <tav/kernel/family/InterfaceCasts.h>
 #include <tav/kernel/family/Support.h>
 
@@ -29,7 +30,16 @@ template <class Intf, class State>
 class ObjectBase : public Intf {
 public:
     ObjectBase() { deviations.owner = canonical(static_cast<Intf*>(this)); }
-    ~ObjectBase() override { deviant_destroyState(deviations.rootState); }
+    ~ObjectBase() override
+    {
+        // Counted up while the model is told, so that nothing it does frees this twice.
+        if (rootDeviant.impl()) {
+            ++refCount;
+            leaveModel(deviations.owner, rootDeviant, objectIndex);
+            --refCount;
+        }
+        deviant_destroyState(deviations.rootState);
+    }
     ObjectBase(ObjectBase const&) = delete;
     ObjectBase& operator=(ObjectBase const&) = delete;
 
