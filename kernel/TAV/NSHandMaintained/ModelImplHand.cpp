@@ -9,9 +9,10 @@
 #include <tav/kernel/containers/sequence/Sequence.h>
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/deviant/DeviantManagerHelper.h>
-#include <tav/kernel/family/Creation.h>
+#include <tav/kernel/family/ModelMembership.h>
 #include <tav/kernel/util/Asserter.h>
 #include <tav/kernel/util/ModelCache.h>
+#include <tav/kernel/visitor/CooperativeVisitor.h>
 
 #include <string>
 #include <vector>
@@ -116,6 +117,35 @@ void setObjectIndex(Model const& aModel, Deviant aDeviant, ClassObject const& aO
     aModel.internal_intf()->insertObjectAtIndex(aDeviant, aIndex, aObject);
     if (aIndex.value() >= core.nextObjectIndex)
         core.nextObjectIndex = static_cast<std::int32_t>(static_cast<std::uint32_t>(aIndex.value()) + 1u);
+}
+
+void checkContainer(NSInterface::ClassObjectIntf const* aObject, Deviant aDeviant,
+                    ImmutableClassObject const& aContainer)
+{
+    constexpr char source[] = "kernel/TAV/NSImplementation/ClassObjectImpl";
+    auto const refuse = [&](char const* aText, int aLine) {
+        Asserter::MakeAlways<Exception>("%s", aText).handle(source, aLine, "");
+    };
+    if (aDeviant.willCauseCompositionCycles(aContainer.internal_intf(), aObject))
+        refuse("Cyclic composition", __LINE__);
+    NSInterface::ModelIntf const* mine = aObject->getModelTAV(aDeviant).internal_intf();
+    NSInterface::ModelIntf const* theirs = aContainer.getModelTAV().internal_intf();
+    if (mine && theirs && mine != theirs)
+        refuse("Cross-model composition", __LINE__);
+    if (aObject->cast(CooperativeVisitor::internal::classInfo<NSInterface::ModelIntf>()))
+        refuse("Parenting of Model", __LINE__);
+}
+
+void leaveUnparented(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant)
+{
+    if (NSInterface::ModelIntf* model = aObject->getModelTAV(aDeviant).internal_intf())
+        model->getUnparentedsWithoutAssociation(aDeviant).removeAll(ClassObject(aObject, aDeviant));
+}
+
+void enterUnparented(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant)
+{
+    if (NSInterface::ModelIntf* model = aObject->getModelTAV(aDeviant).internal_intf())
+        model->getUnparentedsWithoutAssociation(aDeviant).push_back(ClassObject(aObject, aDeviant));
 }
 
 // What an object's destructor tells its model: it leaves the object list and the index.

@@ -137,7 +137,7 @@ class HandleEmitter(Common):
         s(f"#include <{self.root}/{handle_header(cls)}>")
         s.each(f"#include <{self.R(a)}/{handle_header(a)}>" for a in mm.ancestors(cls))
         if creatable:
-            s(f'#include "{self.kern}/NSImplementation/{cls.name}Impl.h"\n#include <tav/kernel/family/Creation.h>')
+            s(f'#include "{self.kern}/NSImplementation/{cls.name}Impl.h"\n#include <tav/kernel/family/ModelMembership.h>')
             s.each([f"#include <{self.R(self.mm.by_name['Model'])}/Model_h.h>"])
         s("#include <tav/kernel/visitor/CooperativeVisitor.h>\n\nnamespace $NS {\n")
         with s.scope("$I::$I(NSInterface::$X const* aObject, Deviant aDeviant)\n{", "}\n"):

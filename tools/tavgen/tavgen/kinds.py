@@ -352,19 +352,24 @@ class Reference(Kind):
             f"setOnly{U}(aDeviant, aValue);\n" + push)))
         ops.append(Op(f"get{U}", H, [D], True, pure=True, impl=f"return {H}(s->{fname}, aDeviant);",
                       state=f"return {H}({fname}, aDeviant);"))
+        # The container slot keeps the model's unparented list: an object leaves it for its
+        # first container and comes back when it has none; the model's checks come first.
+        slot = p.is_container_slot
         ops.append(Op(f"removeOnly{U}", "void", [D], False, mutating=True, logic=(
             f"{H} current = get{U}(aDeviant);\n"
-            f"if (!current.internal_intf())\n    return;\n" + unrefer +
+            f"if (!current.internal_intf())\n    return;\n" +
+            ("family::enterUnparented(this, aDeviant);\n" if slot else "") + unrefer +
             f"getWriteDeviantI(aDeviant, this)->removeOnly{U}(aDeviant);"),
             state=f"{fname} = nullptr;"))
         ops.append(Op(f"setOnly{U}", "void", [D, (H.ref(), "aValue")], False, mutating=True, logic=(
             cross +
             f"if (!aValue.internal_intf()) {{\n"
-            f"    removeOnly{U}(aDeviant);\n    return;\n}}\n"
+            f"    removeOnly{U}(aDeviant);\n    return;\n}}\n" +
+            ("family::checkContainer(this, aDeviant, aValue);\n" if slot else "") +
             f"{H} current = get{U}(aDeviant);\n"
             f"if (current.internal_intf()) {{\n"
             f"    if (current == aValue)\n        return;\n" + indent(drop + unrefer) + "\n"
-            f"}}\n" + refer +
+            f"}}" + (" else {\n    family::leaveUnparented(this, aDeviant);\n}\n" if slot else "\n") + refer +
             f"getWriteDeviantI(aDeviant, this)->setOnly{U}(aDeviant, aValue);"),
             state=f"{fname} = family::firstPath(aValue.internal_intf());"))
         pl.ops = ops

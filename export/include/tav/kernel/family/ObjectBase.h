@@ -6,7 +6,7 @@
 #include <tav/TAV/String.h>
 #include <tav/TAV/Type_h.h>
 #include <tav/kernel/deviant/Deviations.h>
-#include <tav/kernel/family/Creation.h>
+#include <tav/kernel/family/ModelMembership.h>
 #include <tav/kernel/family/InterfaceCasts.h>
 #include <tav/kernel/family/Support.h>
 

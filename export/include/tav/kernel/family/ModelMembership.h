@@ -8,7 +8,9 @@ namespace TAV {
 
 class ClassObject;
 class Model;
+class ImmutableClassObject;
 namespace NSInterface {
+class ClassObjectIntf;
 class ObjectIntf;
 }
 
@@ -24,6 +26,12 @@ TAV_EXPORT void enterModel(ClassObject const& aObject, Model const& aModel, Inte
 // The model's setObjectIndex: "Internal id value overflow!" once the next index has wrapped,
 // then the object's index, the model's entry, and the next index past it.
 TAV_EXPORT void setObjectIndex(Model const& aModel, Deviant aDeviant, ClassObject const& aObject, Integer const& aIndex);
+// The container slot's part in the model's unparented list, and the model's checks of a
+// new container: "Cyclic composition", "Cross-model composition", "Parenting of Model".
+TAV_EXPORT void checkContainer(NSInterface::ClassObjectIntf const* aObject, Deviant aDeviant,
+                               ImmutableClassObject const& aContainer);
+TAV_EXPORT void leaveUnparented(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant);
+TAV_EXPORT void enterUnparented(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant);
 // An object's destructor leaves its model's object list and index.
 TAV_EXPORT void leaveModel(NSInterface::ObjectIntf* aObject, Deviant aRoot, Integer const& aIndex);
 
