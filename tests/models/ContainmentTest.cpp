@@ -1,11 +1,15 @@
 // Containment in a real model: every object is either in the unparented list or in its
 // container's containees, never both, through moves, refusals and undo.
 
+#include <tav/TAV/Association_h.h>
 #include <tav/TAV/Class_h.h>
+#include <tav/TAV/Comment_h.h>
+#include <tav/TAV/NSInterface/ModelIntf.h>
 #include <tav/TAV/MPackage_h.h>
 #include <tav/TAV/Model_h.h>
 #include <tav/TAV/Property_h.h>
 #include <tav/kernel/containers/sequence/Sequence.h>
+#include <tav/kernel/util/DestroyVisitor.h>
 #include <tav/kernel/util/Exception.h>
 
 #include "support/Expect.h"
@@ -147,6 +151,74 @@ TEST_F(ContainmentTest, UndoAndRedoPutTheListsBack)
     EXPECT_EQ(where(), start);
     root.redo();
     EXPECT_EQ(where(), moved);
+}
+
+} // namespace
+} // namespace TAV::test
+
+namespace TAV::test {
+namespace {
+
+// A package holding a class with an attribute that links out of the subtree through a
+// single end and a list, and within it through a list; destroyed, undone and redone.
+TEST(DestroyTest, ASubtreeGoesWithItsLinksOutAndUndoBringsAllBack)
+{
+    Model const model = Model::create();
+    Deviant const root = model.getDeviant();
+    root.beginTransaction("build");
+    Package const top = Package::create(model);
+    Class const k = Class::create(model);
+    Property const p = Property::create(model);
+    Property const p2 = Property::create(model);
+    Property const outside = Property::create(model);
+    Association const assoc = Association::create(model);
+    k.setContainerTAV(top);
+    k.getOwnedAttributes().push_back(p);
+    k.getOwnedAttributes().push_back(p2);
+    p.setAssociation(assoc);
+    p.getRedefinedProperties().push_back(outside);
+    p.getRedefinedProperties().push_back(p2);
+    root.commitTransaction();
+
+    auto const state = [&] {
+        std::string s;
+        for (ClassObject const& o : {ClassObject(top), ClassObject(k), ClassObject(p), ClassObject(p2)})
+            s += o.isValid() ? "v" : "x";
+        s += " members " + std::to_string(assoc.getMemberEnds().size());
+        s += " redefiners " + std::to_string(outside.getRedefinerProperties().size());
+        s += " unparented " + std::to_string(model.getUnparenteds().size());
+        return s;
+    };
+    std::string const built = state();
+    EXPECT_EQ(built, "vvvv members 1 redefiners 1 unparented 3");
+
+    root.beginTransaction("destroy");
+    DestroyVisitor::destroy(k);
+    DestroyVisitor::destroy(k); // a second time finds nothing to do
+    root.commitTransaction();
+    EXPECT_EQ(state(), "vxxx members 0 redefiners 0 unparented 3");
+    EXPECT_EQ(top.getContaineeTAVs().size(), 0);
+    EXPECT_TAV_THROW(p.getName(), "is not present");
+
+    root.undo();
+    EXPECT_EQ(state(), built);
+    EXPECT_TRUE(p.getClass() == k);
+    EXPECT_TRUE(k.getContainerTAV() == ClassObject(top));
+    EXPECT_EQ(k.getOwnedAttributes().size(), 2);
+    root.redo();
+    EXPECT_EQ(state(), "vxxx members 0 redefiners 0 unparented 3");
+
+    root.beginTransaction("top");
+    DestroyVisitor::destroy(top);
+    root.commitTransaction();
+    EXPECT_EQ(state(), "xxxx members 0 redefiners 0 unparented 2");
+    // The index of a destroyed object may be given again; the map keeps the old entry.
+    root.beginTransaction("again");
+    Comment const reuse = Comment::createWithId(model, top.getObjectIndex());
+    root.commitTransaction();
+    EXPECT_TRUE(model.internal_intf()->getObjectAtIndex(root, top.getObjectIndex()) == ClassObject(top));
+    EXPECT_TRUE(reuse.isValid());
+    DestroyVisitor::destroy(ClassObject()); // nothing to destroy, nothing raised
 }
 
 } // namespace

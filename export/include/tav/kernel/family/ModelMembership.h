@@ -9,6 +9,7 @@ namespace TAV {
 class ClassObject;
 class Model;
 class ImmutableClassObject;
+struct IntrospectiveMethods;
 namespace NSInterface {
 class ClassObjectIntf;
 class ObjectIntf;
@@ -32,6 +33,12 @@ TAV_EXPORT void checkContainer(NSInterface::ClassObjectIntf const* aObject, Devi
                                ImmutableClassObject const& aContainer);
 TAV_EXPORT void leaveUnparented(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant);
 TAV_EXPORT void enterUnparented(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant);
+// Destruction of a subtree in one deviant, driven by the object's reflection table.
+TAV_EXPORT void destroyObject(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant);
+TAV_EXPORT void disconnectForDestroy(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant,
+                                     IntrospectiveMethods const* aMethods);
+TAV_EXPORT void destroyContents(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant, bool aTopLevel,
+                                IntrospectiveMethods const* aMethods);
 // An object's destructor leaves its model's object list and index.
 TAV_EXPORT void leaveModel(NSInterface::ObjectIntf* aObject, Deviant aRoot, Integer const& aIndex);
 

@@ -53,9 +53,20 @@ public:
     }
     int numRef() const override { return refCount; }
 
-    void disconnectForDestroy(Deviant) override { objectOperationNotYetAvailable(State::kIdentity, "disconnectForDestroy"); }
-    void destroyContents(Deviant, bool) override { objectOperationNotYetAvailable(State::kIdentity, "destroyContents"); }
-    void destroy(Deviant) override { objectOperationNotYetAvailable(State::kIdentity, "destroy"); }
+    void disconnectForDestroy(Deviant aDeviant) override
+    {
+        family::disconnectForDestroy(upcast<NSInterface::ClassObjectIntf>(static_cast<Intf*>(this)), aDeviant,
+                                     &Intf::sIntrospectiveMethods);
+    }
+    void destroyContents(Deviant aDeviant, bool aTopLevel) override
+    {
+        family::destroyContents(upcast<NSInterface::ClassObjectIntf>(static_cast<Intf*>(this)), aDeviant, aTopLevel,
+                                &Intf::sIntrospectiveMethods);
+    }
+    void destroy(Deviant aDeviant) override
+    {
+        family::destroyObject(upcast<NSInterface::ClassObjectIntf>(static_cast<Intf*>(this)), aDeviant);
+    }
 
     bool deviant_isValid(Deviant aDeviant) override { return isValidIn(deviations, rootDeviant, aDeviant); }
     void deviant_destroyState(NSInterface::ObjectIntf* aState) override
