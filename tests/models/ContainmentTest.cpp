@@ -105,6 +105,16 @@ TEST_F(ContainmentTest, MovesBetweenContainersAndTheUnparentedList)
     k.getOwnedAttributes().push_back(p);
     root.commitTransaction();
     EXPECT_EQ(where(), "b:-,k:-,c:b,a:c,p:k,");
+    // The model's content makes the model the container.
+    root.beginTransaction("content");
+    model.getContents().push_back(k);
+    root.commitTransaction();
+    EXPECT_EQ(where(), "b:-,c:b,a:c,p:k,");
+    EXPECT_TRUE(k.getContainerTAV() == ClassObject(model));
+    root.beginTransaction("content out");
+    model.getContents().removeAll(k);
+    root.commitTransaction();
+    EXPECT_EQ(where(), "b:-,k:-,c:b,a:c,p:k,");
 }
 
 TEST_F(ContainmentTest, RefusalsChangeNothing)

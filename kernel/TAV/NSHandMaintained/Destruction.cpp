@@ -77,7 +77,7 @@ bool isContainerEnd(Row const& aRow)
 }
 
 // What the object owns, each held by a count so that cutting links frees none of them.
-// A model owns its content and its unparented objects.
+// A model owns its content and its unparented objects as well.
 std::vector<ClassObject> childrenOf(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant)
 {
     std::vector<ClassObject> children;
@@ -85,9 +85,12 @@ std::vector<ClassObject> childrenOf(NSInterface::ClassObjectIntf* aObject, Devia
         children.push_back(child);
     auto* model = static_cast<NSInterface::ModelIntf*>(
         aObject->cast(CooperativeVisitor::internal::classInfo<NSInterface::ModelIntf>()));
-    if (model)
+    if (model) {
+        for (ClassObject const& child : model->getContentsWithoutAssociation(aDeviant))
+            children.push_back(child);
         for (ClassObject const& child : model->getUnparentedsWithoutAssociation(aDeviant))
             children.push_back(child);
+    }
     return children;
 }
 

@@ -97,6 +97,9 @@ def sequence_ops(p: Prop, state: str) -> List[Op]:
         f"return {seq}(family::deviantSequence(family::selfCanonical(this), aDeviant, &sIntrospectiveMethods, {p.id}),\n"
         f"    aDeviant);"))
     opp = p.opposite.target if p.opposite else None
+    if opp is None and "contains" in p.flags:
+        # A list without an end of its own whose elements take this object as their container.
+        opp = next(q for c in p.owner.home.classes if c.frame for q in c.props if q.is_container_slot)
     if opp is None:
         logic = f"return get{Ps}WithoutAssociation(aDeviant);"
     else:

@@ -11,7 +11,7 @@ from .model import FRAME_OPS, UNLIMITED, Metamodel, Operation, Prop, Ref, Type
 
 PROP_FLAGS = {"composite", "derived", "union", "readonly", "ordered", "transient",
               "private", "sparse", "container", "deferred", "containees", "writable", "pending",
-              "hand"}
+              "hand", "contains"}
 OP_FLAGS = {"pure", "pending"}
 CLASS_MARKS = {"handwritten", "frame"}
 
