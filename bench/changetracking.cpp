@@ -4,15 +4,14 @@
 // transaction of a named deviant.
 
 #include "kernel/TAV/NSImplementation/PropertyImpl.h"
+#include "kernel/deviant/DeviantImpl.h"
 #include "tests/deviant/Counter.h"
 
 #include <tav/TAV/Property_h.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
 #include <tav/kernel/deviant/DeviantManager.h>
 
 #include <benchmark/benchmark.h>
 
-#include <deque>
 #include <map>
 #include <memory>
 
@@ -27,7 +26,7 @@ struct Population {
     explicit Population(long long n)
     {
         for (long long i = 0; i < n; ++i)
-            objects.emplace_back(root, i);
+            objects.make(root, static_cast<int>(i));
         stride = n / kTouched;
     }
     ~Population() { root.clearUndoStack(); }
@@ -43,7 +42,7 @@ struct Population {
         root.commitTransaction();
     }
 
-    std::deque<Counter> objects; // outlives the manager, whose maps count them
+    tavtest::Counters objects; // outlives the manager, whose maps count them
     TAV::DeviantManager manager;
     Deviant root = manager.getRoot();
     long long stride;

@@ -2,6 +2,7 @@
 // deviants pay one hash lookup (none on a cache hit), reads never allocate.
 
 #include "bench/AllocationCounter.h"
+#include "kernel/deviant/DeviantImpl.h"
 #include "tests/deviant/Counter.h"
 
 #include <tav/kernel/deviant/DeviantManager.h>
@@ -17,11 +18,12 @@ struct World {
     TAV::DeviantManager manager;
     Deviant root = manager.getRoot();
     Deviant alpha = manager.createDeviantWithName("alpha");
-    Counter a{root, 1};
-    Counter b{root, 2};
+    tavtest::Counters held;
+    Counter& a = held.make(root, 1);
+    Counter& b = held.make(root, 2);
     // Reads go through the interface, as a handle's do: no devirtualising.
-    tavtest::CounterIntf* volatile viaA = &a;
-    tavtest::CounterIntf* volatile viaB = &b;
+    Counting::NSInterface::CounterIntf* volatile viaA = &a;
+    Counting::NSInterface::CounterIntf* volatile viaB = &b;
 
     World()
     {

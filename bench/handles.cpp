@@ -9,7 +9,7 @@
 #include <tav/TAV/Association_h.h>
 #include <tav/TAV/MultiplicityElement_h.h>
 #include <tav/TAV/Property_h.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
+#include "kernel/deviant/DeviantImpl.h"
 #include <tav/kernel/deviant/DeviantManager.h>
 
 #include <benchmark/benchmark.h>

@@ -9,7 +9,7 @@
 #include <tav/TAV/Property_h.h>
 #include <tav/TAV/ValueObject_h.h>
 #include <tav/kernel/containers/sequence/Sequence.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
+#include "kernel/deviant/DeviantImpl.h"
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/util/IntrospectiveMethods.h>
 #include <tav/kernel/util/propertystorage/PropertyStorage.h>

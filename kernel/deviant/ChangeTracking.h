@@ -2,7 +2,7 @@
 
 // Shared by transactions, undo and redo, and listener walks; kernel-internal.
 
-#include <tav/kernel/deviant/DeviantImpl.h>
+#include "kernel/deviant/DeviantImpl.h"
 
 namespace TAV {
 

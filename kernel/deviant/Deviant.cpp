@@ -1,10 +1,10 @@
 #include "kernel/deviant/ChangeTracking.h"
+#include "kernel/deviant/DeviantImpl.h"
 #include "kernel/deviant/DeviantInternal.h"
 
 #include <tav/TAV/NSInterface/ObjectIntf.h>
 #include <tav/kernel/deviant/ClassObjectHooks.h>
 #include <tav/kernel/deviant/Deviant.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/deviant/Listeners.h>
 #include <tav/kernel/util/IntrospectiveMethods.h>

@@ -1,9 +1,9 @@
+#include "kernel/deviant/DeviantImpl.h"
 #include "kernel/deviant/Raise.h"
 
 #include <tav/TAV/NSInterface/ClassObjectIntf.h>
 #include <tav/kernel/deviant/ClassObjectHooks.h>
 #include <tav/kernel/deviant/Deviant.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
 
 #include <string>
 #include <typeinfo>

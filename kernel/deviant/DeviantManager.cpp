@@ -1,7 +1,7 @@
+#include "kernel/deviant/DeviantImpl.h"
 #include "kernel/deviant/Raise.h"
 
 #include <tav/kernel/deviant/ClassObjectHooks.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/deviant/DeviantManagerHelper.h>
 

@@ -1,3 +1,4 @@
+#include "kernel/deviant/DeviantImpl.h"
 #include "kernel/deviant/DeviantInternal.h"
 
 #include <tav/TAV/NSInterface/ObjectIntf.h>

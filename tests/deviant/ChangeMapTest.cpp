@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <deque>
 #include <random>
 #include <utility>
 #include <vector>
@@ -25,10 +24,10 @@ protected:
     ChangeMapTest()
     {
         for (int i = 0; i < 12; ++i)
-            objects.emplace_back(root, i);
+            objects.make(root, i);
     }
 
-    std::deque<Counter> objects;
+    Counters objects;
 };
 
 // Covers first-insertion order, in-place replacement, a re-entered key going
@@ -98,12 +97,13 @@ TEST_F(ChangeMapTest, AgreesWithAnOrderedListOfPairs)
                 }
                 ASSERT_EQ(map.size(), expected.size()) << "round " << round << " step " << step;
                 ASSERT_EQ(map.empty(), expected.empty());
-                for (Counter const& c : objects)
-                    ASSERT_EQ(c.refCount, &c != sModel && position(&c) != expected.end() ? 1 : 0) << "one count per entry";
+                for (Counter const* c : objects)
+                    ASSERT_EQ(Counters::countsOn(*c), c != sModel && position(c) != expected.end() ? 1 : 0)
+                        << "one count per entry";
             }
         }
-        for (Counter const& c : objects)
-            ASSERT_EQ(c.refCount, 0) << "the map's destructor releases";
+        for (Counter const* c : objects)
+            ASSERT_EQ(Counters::countsOn(*c), 0) << "the map's destructor releases";
     }
 }
 
@@ -111,9 +111,9 @@ TEST_F(ChangeMapTest, HashKeepsLoadAtMostOne)
 {
     ChangeMap map;
     EXPECT_GE(map.bucketCount(), 53u);
-    std::deque<Counter> many;
+    Counters many;
     for (int i = 0; i < 500; ++i)
-        map.insert(&many.emplace_back(root, i), nullptr);
+        map.insert(&many.make(root, i), nullptr);
     EXPECT_GE(map.bucketCount(), map.size());
     map.clear();
 }

@@ -6,7 +6,7 @@
 #include "deviant/Counter.h"
 #include "support/Expect.h"
 
-#include <tav/kernel/deviant/DeviantImpl.h>
+#include "kernel/deviant/DeviantImpl.h"
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/deviant/Listeners.h>
 #include <tav/kernel/util/Exception.h>
@@ -70,12 +70,7 @@ protected:
         TAV::DeviantAssertions::enableExceptionThrowing(true);
     }
 
-    Counter& make(int value = 0)
-    {
-        Counter& c = objects.emplace_back(root, static_cast<long long>(objects.size()));
-        Counter::state(c.deviations.rootState)->value = value;
-        return c;
-    }
+    Counter& make(int value = 0) { return objects.make(root, static_cast<int>(objects.size()), value); }
     Recorder& listener(std::string const& name) { return recorders.emplace_back(log, name); }
     static TAV::internal::ListenerHolderBase* holder(Recorder& r) { return new Recorder::Holder(&r); }
 
@@ -88,7 +83,7 @@ protected:
     }
 
     // Objects outlive the manager, whose maps count them.
-    std::deque<Counter> objects;
+    Counters objects;
     std::deque<Recorder> recorders;
     std::vector<std::string> log;
     TAV::DeviantManager manager;

@@ -94,7 +94,8 @@ TEST(DeviantRegistryTest, IdsAreStablePerObjectDeviantAndMutabilityAndDieWithThe
 
     TAV::DeviantRegistry::Id a, b;
     {
-        Counter object(root);
+        Counters held;
+        Counter& object = held.make(root);
         EXPECT_EQ(registry.getId(nullptr, root, false), nullptr);
         a = registry.getId(&object, root, false);
         EXPECT_EQ(registry.getId(&object, root, false), a);

@@ -23,7 +23,8 @@ class RandomizedTest : public DeviantFixture {};
 // deviant's own value once it wrote.
 TEST_F(RandomizedTest, DeviantsReadTheirOwnWritesAndRootsCommittedValue)
 {
-    Counter counter(root, 1);
+    Counters held;
+    Counter& counter = held.make(root, 1);
     int rootLive = 0;
     std::optional<int> rootBefore;
     std::map<int, int> own; // by deviant index: 1 alpha, 2 beta
@@ -171,7 +172,7 @@ TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
         for (std::size_t i = 0; i < live.size(); ++i) {
             ObjectIntf* const state = objects[i].deviations.rootState;
             std::optional<int> const seen =
-                Deviant::isRealState(state) ? std::optional<int>(Counter::state(state)->value) : std::nullopt;
+                Deviant::isRealState(state) ? std::optional<int>(valueOf(state)) : std::nullopt;
             ASSERT_EQ(seen, live[i]) << "step " << step << " object " << i;
         }
     }

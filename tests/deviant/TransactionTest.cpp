@@ -98,7 +98,8 @@ TEST_F(ChangeTrackingTest, ListenerExceptionsFollowThePolicy)
         TAV::DeviantManager m;
         Deviant const d = m.getRoot();
         d.setExceptionPolicy(k.policy);
-        Counter c(d);
+        Counters held;
+        Counter& c = held.make(d);
         Recorder r(log, "r");
         d.registerModifierOnCommit(new Recorder::Holder(&r));
         d.registerObservingListener(new Recorder::Holder(&r));

@@ -88,7 +88,7 @@ TEST_F(ChangeTrackingTest, ChainOverTwoModelsTellsTheLaterModelFirst)
     TAV::DeviantManager second;
     Deviant const other = second.getRoot();
     Counter& a = make();
-    Counter& b = objects.emplace_back(other);
+    Counter& b = objects.make(other);
     root.registerObservingListener(holder(listener("first")));
     other.registerObservingListener(holder(listener("second")));
     write(a, 1);

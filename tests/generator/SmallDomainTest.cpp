@@ -7,7 +7,7 @@
 
 #include <small/SmallHandles.h>
 #include <tav/TAV/Model_h.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
+#include "kernel/deviant/DeviantImpl.h"
 
 #include "support/DeviantFixture.h"
 

@@ -16,7 +16,7 @@
 #include <tav/TAV/Parameter_h.h>
 #include <tav/TAV/Property_h.h>
 #include <tav/TAV/StereotypeObject_h.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
+#include "kernel/deviant/DeviantImpl.h"
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/util/Exception.h>
 

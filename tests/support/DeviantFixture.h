@@ -7,7 +7,7 @@
 #include <tav/TAV/NSInterface/ObjectIntf.h>
 #include <tav/kernel/deviant/ClassObjectHooks.h>
 #include <tav/kernel/deviant/Deviant.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
+#include "kernel/deviant/DeviantImpl.h"
 #include <tav/kernel/deviant/DeviantManager.h>
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include <tav/Export.h>
 #include <tav/kernel/deviant/Deviant.h>
-#include <tav/kernel/deviant/DeviantImpl.h>
+#include <tav/kernel/deviant/DeviantHead.h>
 
 namespace TAV {
 
@@ -24,7 +24,7 @@ public:
     NSInterface::ObjectIntf* read(Deviant d, Deviant objectRoot) const
     {
         // The common case touches no map: root, alive, with a real state.
-        if (d == objectRoot && d.impl() && !d.impl()->removed && Deviant::isRealState(rootState))
+        if (d == objectRoot && d.impl() && !internal::headOf(d.impl()).removed && Deviant::isRealState(rootState))
             return rootState;
         return readSlow(d, objectRoot);
     }

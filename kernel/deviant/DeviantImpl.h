@@ -1,15 +1,17 @@
 #pragma once
 
-// Kernel-internal; public only because the inline read path of Deviations
-// looks at `removed`.
+// The engine's record of a deviant, private to change tracking; in-tree tests
+// and benchmarks reach in through the source tree.
 
 #include <tav/Export.h>
 #include <tav/kernel/deviant/ChangeMap.h>
 #include <tav/kernel/deviant/Deviant.h>
+#include <tav/kernel/deviant/DeviantHead.h>
 
 #include <deque>
 #include <map>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace TAV {
@@ -35,7 +37,8 @@ struct TAV_EXPORT ChangeSet {
 
 namespace internal {
 
-class TAV_EXPORT DeviantImpl {
+// No virtual member and no other base: the head stays at the record's address.
+class TAV_EXPORT DeviantImpl : public DeviantHead {
 public:
     DeviantImpl(std::string aName, DeviantManager* aManager, int aId);
     ~DeviantImpl();
@@ -56,7 +59,6 @@ public:
     int undoPosition = 0;
     int maximumUndoLength;
     bool withinTransactionUndoOrRedo = false;
-    bool removed = false;
     bool withinUndoOrRedoOrCancel = false;
     std::vector<ListenerHolderBase*> modifiers;
     std::vector<ListenerHolderBase*> validators;
@@ -66,6 +68,8 @@ public:
     ListenerExceptionPolicy exceptionPolicy = SwallowListenerExceptions;
     ReferredModels referredModels;
 };
+
+static_assert(!std::is_polymorphic_v<DeviantImpl>, "a vtable would move the head off the record's address");
 
 } // namespace internal
 } // namespace TAV
