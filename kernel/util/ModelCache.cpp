@@ -3,6 +3,8 @@
 #include <tav/TAV/Model_h.h>
 #include <tav/TAV/NSInterface/ModelIntf.h>
 
+#include <tav/kernel/util/Asserter.h>
+
 #include <BRIX/ModuleObjectDeleter.h>
 
 #include <iterator>
@@ -37,7 +39,8 @@ void ModelCache::bindModel(String const& aUri, Model const& aModel)
 {
     NSInterface::ModelIntf* model = aModel.internal_intf();
     if (!model)
-        aModel.getUnparenteds(); // the handle's own null check raises
+        Asserter::MakeAlways<Exception>("Cannot access NULL ref. Use isValid() before calling methods")
+            .handle("export/include/tav/TAV/Model_h", __LINE__, "");
     fModels[aUri.str()] = model;
 }
 
@@ -49,6 +52,12 @@ void ModelCache::unbindModel(String const& aUri)
 void ModelCache::unbindModel(NSInterface::ModelIntf const* aModel)
 {
     std::erase_if(fModels, [aModel](auto const& entry) { return entry.second == aModel; });
+}
+
+void ModelCache::unbindIfCached(NSInterface::ModelIntf const* aModel)
+{
+    if (fInstance)
+        fInstance->unbindModel(aModel);
 }
 
 Model ModelCache::getModelFromUri(String const& aUri) const

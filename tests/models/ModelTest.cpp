@@ -61,8 +61,14 @@ TEST(ModelTest, CreationHandsOutIndicesAndRefusesAnOverwrite)
     EXPECT_TAV_THROW(Comment::createWithId(m.model, 10),
                      "Attempt to overwrite object (index = '10';type = 'TAV.Class') with object (index = '10'; "
                      "type = 'TAV.Comment')");
+    // A far index is found again once the dense part has grown past it.
+    Class const far = Class::createWithId(m.model, 5000);
+    for (int i = 12; i < 5000; ++i)
+        Comment::createWithId(m.model, i);
+    EXPECT_TAV_THROW(Comment::createWithId(m.model, 5000), "Attempt to overwrite object (index = '5000'");
+    EXPECT_TRUE(m.intf()->getObjectAtIndex(m.root, 5000) == ClassObject(far));
     EXPECT_TRUE(m.intf()->getObjectAtIndex(m.root, 1) == ClassObject(m.model));
-    EXPECT_FALSE(m.intf()->getObjectAtIndex(m.root, 99).internal_intf());
+    EXPECT_FALSE(m.intf()->getObjectAtIndex(m.root, 9999).internal_intf());
 }
 
 TEST(ModelTest, TheIndexWrapsIntoItsOverflowMessage)

@@ -21,7 +21,8 @@ public:
     NSInterface::ClassObjectIntf* find(std::int32_t aIndex) const
     {
         if (aIndex >= 0 && static_cast<std::size_t>(aIndex) < fDense.size())
-            return fDense[static_cast<std::size_t>(aIndex)];
+            if (NSInterface::ClassObjectIntf* object = fDense[static_cast<std::size_t>(aIndex)])
+                return object;
         if (fSparse.empty())
             return nullptr;
         auto const it = fSparse.find(aIndex);

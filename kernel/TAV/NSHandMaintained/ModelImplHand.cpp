@@ -162,29 +162,25 @@ namespace internal {
 
 NSInterface::ClassObjectIntf* ObjectIndex::insert(std::int32_t aIndex, NSInterface::ClassObjectIntf* aObject)
 {
+    if (NSInterface::ClassObjectIntf* existing = find(aIndex))
+        return existing;
     auto const at = static_cast<std::size_t>(aIndex);
-    if (aIndex >= 0 && at < fDense.size() + kDenseGap && fSparse.empty()) {
+    if (aIndex >= 0 && at < fDense.size() + kDenseGap) {
         if (at >= fDense.size())
             fDense.resize(at + 1, nullptr);
-        NSInterface::ClassObjectIntf*& slot = fDense[at];
-        if (!slot)
-            slot = aObject;
-        return slot;
-    }
-    if (aIndex >= 0 && at < fDense.size() && fDense[at])
-        return fDense[at];
-    if (aIndex >= 0 && at < fDense.size()) {
         fDense[at] = aObject;
-        return aObject;
+    } else {
+        fSparse.emplace(aIndex, aObject);
     }
-    return fSparse.emplace(aIndex, aObject).first->second;
+    return aObject;
 }
 
+// An index once far may have been reached by the vector since; both places are cleared.
 void ObjectIndex::erase(std::int32_t aIndex)
 {
     if (aIndex >= 0 && static_cast<std::size_t>(aIndex) < fDense.size())
         fDense[static_cast<std::size_t>(aIndex)] = nullptr;
-    else
+    if (!fSparse.empty())
         fSparse.erase(aIndex);
 }
 
@@ -192,15 +188,15 @@ ModelCore::~ModelCore()
 {
     if (!owner)
         return;
-    ModelCache::instance().unbindModel(owner);
+    ModelCache::unbindIfCached(owner);
     // Three passes, so that no object goes while another still points to it from its state.
-    std::vector<NSInterface::ObjectIntf*> const objects(manager.objects().begin(), manager.objects().end());
-    for (NSInterface::ObjectIntf* object : objects)
-        object->incRef();
-    for (NSInterface::ObjectIntf* object : objects)
-        object->deviant_markModelDestroyed();
-    for (NSInterface::ObjectIntf* object : objects)
-        object->decRef();
+    std::vector<NSInterface::ObjectIntf*> const members(manager.objects().begin(), manager.objects().end());
+    for (NSInterface::ObjectIntf* member : members)
+        member->incRef();
+    for (NSInterface::ObjectIntf* member : members)
+        member->deviant_markModelDestroyed();
+    for (NSInterface::ObjectIntf* member : members)
+        member->decRef();
     // The model's own state holds its lists; the deviants go with the manager.
     owner->deviant_markModelDestroyed();
 }

@@ -26,6 +26,8 @@ public:
     void unbindModel(String const& aUri);
     // Every URI the model is bound under.
     void unbindModel(NSInterface::ModelIntf const* aModel);
+    // The same at a model's end, which may come after the cache's at the library's unload.
+    static void unbindIfCached(NSInterface::ModelIntf const* aModel);
     // The model on its root deviant, or an empty handle.
     Model getModelFromUri(String const& aUri) const;
     bool isModelUriInCache(String const& aUri) const;
