@@ -152,7 +152,9 @@ void enterUnparented(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant)
 void leaveModel(NSInterface::ObjectIntf* aObject, Deviant aRoot, Integer const& aIndex)
 {
     aRoot.removeObjectFromModel(aObject);
-    if (NSInterface::ModelIntf* model = aRoot.getModel())
+    NSInterface::ModelIntf* model = aRoot.getModel();
+    // A model going is no entry of its own index.
+    if (model && static_cast<NSInterface::ObjectIntf*>(static_cast<NSInterface::ClassObjectIntf*>(model)) != aObject)
         model->removeObjectAtIndex(aRoot, aIndex, ImmutableClassObject());
 }
 
