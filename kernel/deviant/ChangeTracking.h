@@ -80,6 +80,10 @@ void notifyModifyingListeners(DeviantImpl* impl, Deviant oldView);
 bool notifyValidatingListeners(DeviantImpl* impl, Deviant oldView);
 void collectForObservers(DeviantImpl* impl, Deviant oldView, ChangeMap const& changes);
 void notifyObservingListeners(DeviantImpl* impl, Deviant oldView);
+void notifySyncFromRoot(DeviantImpl* impl);
+// Empties the three lists, last holder first; a listener held in several
+// hears once.
+void tellDeviantDestroyedAndDeleteHolders(DeviantImpl* impl);
 void clearReports(DeviantImpl* impl);
 void deleteHolders(DeviantImpl* impl);
 

@@ -186,24 +186,6 @@ bool Deviant::hasUndoStack() const
     return fImpl && fImpl->maximumUndoLength >= 1;
 }
 
-void Deviant::remove() const
-{
-    internalAssert(fImpl != nullptr, "Deviant::remove on null deviant");
-    if (!fImpl)
-        return;
-    internalAssert(fImpl->transactionDepth == 0, "cannot remove deviant when it is within a transaction");
-    for (ChangeSet* set : fImpl->undoStack) {
-        internal::destroyStates(set->oldStates);
-        internal::destroyStates(set->newStates);
-        delete set;
-    }
-    fImpl->undoStack.clear();
-    fImpl->undoPosition = 0;
-    internal::destroyStates(*fImpl->objectsDeviating);
-    internal::deleteHolders(fImpl);
-    fImpl->removed = true;
-}
-
 void Deviant::addObjectToModel(ObjectIntf* object) const
 {
     internalAssert(fImpl != nullptr, "addObjectToModel on null deviant.");

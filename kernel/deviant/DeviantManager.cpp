@@ -1,11 +1,13 @@
 #include "kernel/deviant/DeviantImpl.h"
 #include "kernel/deviant/Raise.h"
+#include "kernel/deviant/ScopedTransaction.h"
 
 #include <tav/kernel/deviant/ClassObjectHooks.h>
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/deviant/DeviantManagerHelper.h>
 
 #include <utility>
+#include <vector>
 
 namespace TAV {
 
@@ -23,11 +25,58 @@ DeviantManager::DeviantManager() : fRoot(new internal::DeviantImpl(kRootName, th
 
 DeviantManager::~DeviantManager()
 {
-    delete fHelper;
-    for (auto const& [name, impl] : fDeviants)
-        delete impl;
+    if (auto const unbind = internal::classObjectHooks().unbindModel; unbind && fModel)
+        unbind(fModel);
     for (internal::DeviantImpl* impl : fRetired)
         delete impl;
+    delete fHelper;
+    // Left only where the manager went without destroy, as model-less ones do.
+    for (auto const& [name, impl] : fDeviants)
+        delete impl;
+}
+
+void DeviantManager::destroy()
+{
+    auto const modelObject = internal::classObjectHooks().modelObject;
+    NSInterface::ObjectIntf* const model = fModel && modelObject ? modelObject(fModel) : nullptr;
+    // Nothing open survives and nothing is kept for undo, so no listener hears.
+    auto const takeDown = [model](internal::DeviantImpl* impl) {
+        Deviant const d(impl);
+        d.disableUndo();
+        while (impl->transactionDepth > 0)
+            d.commitTransaction();
+        impl->detachingFromBackend = true;
+        internal::ScopedTransaction cleanup(d, "model cleanup");
+        if (model)
+            model->destroy(d);
+        cleanup.commit();
+        d.remove();
+    };
+    for (auto it = fDeviants.begin(); it != fDeviants.end();) {
+        internal::DeviantImpl* const impl = it->second;
+        if (!impl || impl->id == 0) {
+            ++it;
+            continue;
+        }
+        takeDown(impl);
+        delete impl;
+        it = fDeviants.erase(it);
+    }
+    if (fRoot) {
+        takeDown(fRoot);
+        delete std::exchange(fRoot, nullptr);
+    }
+    fDeviants.clear();
+
+    // Separate passes: no object may go while another's state still points to it.
+    std::vector<NSInterface::ObjectIntf*> objects(fObjects.begin(), fObjects.end());
+    fObjects.clear();
+    for (NSInterface::ObjectIntf* object : objects)
+        object->incRef();
+    for (NSInterface::ObjectIntf* object : objects)
+        object->deviant_markModelDestroyed();
+    for (NSInterface::ObjectIntf* object : objects)
+        object->decRef();
 }
 
 void DeviantManager::setHelper(DeviantManagerHelper* helper)

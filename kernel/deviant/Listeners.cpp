@@ -176,6 +176,32 @@ void notifyObservingListeners(DeviantImpl* impl, Deviant oldView)
     }
 }
 
+void notifySyncFromRoot(DeviantImpl* impl)
+{
+    tellObservers(impl, &ListenerCalls::syncFromRoot, [&](ListenerBase& l) { l.onSyncFromRootFrom(Deviant(impl)); });
+}
+
+void tellDeviantDestroyedAndDeleteHolders(DeviantImpl* impl)
+{
+    std::vector<ListenerBase*> told;
+    for (Holders DeviantImpl::*list : {&DeviantImpl::modifiers, &DeviantImpl::validators, &DeviantImpl::observers}) {
+        Holders& live = impl->*list;
+        while (!live.empty()) {
+            // Off the list before the call, so a listener that unregisters
+            // itself there finds nothing to delete.
+            ListenerHolderBase* const holder = live.back();
+            live.pop_back();
+            ListenerBase* const listener = holder->listener();
+            if (std::find(told.begin(), told.end(), listener) == told.end()) {
+                told.push_back(listener);
+                if (holder->calls().deviantDestroyed)
+                    swallowing([&] { listener->onDeviantDestroyedFrom(Deviant(impl)); });
+            }
+            delete holder;
+        }
+    }
+}
+
 void clearReports(DeviantImpl* impl)
 {
     for (Holders DeviantImpl::*list : {&DeviantImpl::modifiers, &DeviantImpl::validators, &DeviantImpl::observers}) {

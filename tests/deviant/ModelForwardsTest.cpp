@@ -42,6 +42,31 @@ TEST_F(FamilyTest, ModelForwardsChangeTrackingToTheDeviantGiven)
     manager.setModel(nullptr);
 }
 
+TEST_F(FamilyTest, ModelForwardsNamedDeviantWork)
+{
+    Model model(make<NSImplementation::ModelImpl>(root), root);
+    manager.setModel(model.internal_intf());
+    NSInterface::ModelIntf* const m = model.internal_intf();
+    Deviant const gamma = m->createDeviantWithName(String("gamma"));
+    EXPECT_EQ(gamma.getDeviantId(), 4) << "after alpha and beta";
+    EXPECT_EQ(m->getDeviantName(gamma), String("gamma"));
+    Property p = newProperty();
+    open(alpha);
+    Property(p.internal_intf(), alpha).setName(String("x"));
+    close(alpha);
+    EXPECT_TRUE(bool(m->hasObjectsDeviatingFromRoot(alpha)));
+    EXPECT_FALSE(bool(m->hasObjectsDeviatingFromRoot(gamma)));
+    Sequence<ClassObject> deviating = m->getObjectsDeviatingFromRoot(alpha);
+    ASSERT_EQ(deviating.size(), 1u);
+    EXPECT_TRUE(deviating.front().internal_sameObject(p));
+    EXPECT_EQ(deviating.front().getDeviant(), alpha) << "handles on the deviant asked";
+
+    EXPECT_TAV_THROW(m->removeDeviantWithName(alpha, String("gamma")), "removeDeviantWithName called on non-root deviant");
+    m->removeDeviantWithName(root, String("gamma"));
+    EXPECT_FALSE(gamma.isValid());
+    manager.setModel(nullptr);
+}
+
 TEST_F(FamilyTest, CompositionCyclesFollowTheContainerChain)
 {
     Class a = newClass();

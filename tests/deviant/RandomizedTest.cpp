@@ -10,6 +10,7 @@
 #include <map>
 #include <optional>
 #include <random>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -17,6 +18,15 @@ namespace tavtest {
 namespace {
 
 class RandomizedTest : public DeviantFixture {};
+
+std::optional<int> readIn(Counter& c, Deviant d)
+{
+    try {
+        return c.getValue(d);
+    } catch (TAV::Exception const&) {
+        return std::nullopt;
+    }
+}
 
 // What each deviant must read: root's live value; root's value from before
 // its open transaction for deviants without a state of their own; a
@@ -77,25 +87,36 @@ TEST_F(RandomizedTest, DeviantsReadTheirOwnWritesAndRootsCommittedValue)
 }
 
 // Random begin/write/create/destroy/commit/cancel/undo/redo on a few
-// hundred objects, checked after every step against plain snapshots: each
-// history entry is the whole model before and after its transaction, and
-// holds the level it leads to, as the deviant's entries do.
+// hundred objects, with a named deviant that writes, synchronises and is
+// assigned to root, checked after every step against plain snapshots: each
+// history entry is the whole model before and after its transaction, holds
+// the level it leads to, as the deviant's entries do, and the objects it
+// touched. The named deviant shows root as committed at its last sync plus
+// its own writes; it holds a state of its own for what it wrote and for
+// what root's commits, undos and redos touched since, and an assignment
+// makes root's live value that of each of those.
 TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
 {
     using Snapshot = std::vector<std::optional<int>>;
     struct Entry {
         Snapshot before, after;
         int level;
+        std::set<std::size_t> touched;
     };
     for (int i = 0; i < 300; ++i)
         make(i);
     Snapshot live(objects.size());
     for (std::size_t i = 0; i < live.size(); ++i)
         live[i] = static_cast<int>(i);
-    Snapshot atBegin;
+    Snapshot atBegin, alphaView = live;
     std::vector<Entry> history;
-    int position = 0, level = 1, last = 1, depth = 0;
+    int position = 0, level = 1, last = 1, depth = 0, assigned = 0;
     bool touched = false;
+    std::set<std::size_t> touchedNow, alphaOwn;
+    auto touch = [&](std::size_t i) {
+        touched = true;
+        touchedNow.insert(i);
+    };
     auto existing = [&](std::mt19937& random) -> std::optional<std::size_t> {
         for (int tries = 0; tries < 20; ++tries)
             if (std::size_t i = random() % live.size(); live[i])
@@ -118,6 +139,7 @@ TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
             while (position > target) {
                 live = history[--position].before;
                 std::swap(history[position].level, level);
+                alphaOwn.insert(history[position].touched.begin(), history[position].touched.end());
             }
         } else if (depth == 0 && op < 20 && position < static_cast<int>(history.size())) {
             int const target = position + static_cast<int>(random() % (history.size() - position));
@@ -125,12 +147,14 @@ TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
             for (; position <= target; ++position) {
                 live = history[position].after;
                 std::swap(history[position].level, level);
+                alphaOwn.insert(history[position].touched.begin(), history[position].touched.end());
             }
         } else if (depth > 0 && op < 60) {
             if (auto i = existing(random)) {
                 int const value = static_cast<int>(random() % 5);
                 objects[*i].setValue(root, value);
-                touched |= live[*i] != value;
+                if (live[*i] != value)
+                    touch(*i);
                 live[*i] = value;
             }
         } else if (depth > 0 && op < 64) {
@@ -138,12 +162,13 @@ TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
             root.markObjectCreated(&c);
             live.resize(objects.size());
             live.back() = 0;
-            touched = true;
+            touch(objects.size() - 1);
+            alphaOwn.insert(objects.size() - 1); // absent there at once
         } else if (depth > 0 && op < 68) {
             if (auto i = existing(random)) {
                 root.notifyObjectIsAboutToBeDeleted(&objects[*i]);
                 live[*i].reset();
-                touched = true;
+                touch(*i);
             }
         } else if (depth > 0 && op < 72) {
             root.beginTransaction("nested");
@@ -152,7 +177,9 @@ TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
             ASSERT_TRUE(root.commitTransaction());
             if (--depth == 0 && touched) {
                 history.resize(position);
-                history.push_back(Entry{atBegin, live, level});
+                history.push_back(Entry{atBegin, live, level, touchedNow});
+                alphaOwn.insert(touchedNow.begin(), touchedNow.end());
+                touchedNow.clear();
                 if (history.size() > 50)
                     history.erase(history.begin());
                 position = static_cast<int>(history.size());
@@ -162,8 +189,35 @@ TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
             root.cancelTransaction();
             depth = 0;
             live = atBegin;
+            touchedNow.clear();
+        } else if (op >= 90 && op < 94) {
+            std::size_t const i = random() % alphaView.size();
+            int const value = static_cast<int>(random() % 5);
+            if (alphaView[i]) {
+                alpha.beginTransaction("alpha");
+                objects[i].setValue(alpha, value);
+                ASSERT_TRUE(alpha.commitTransaction());
+                if (alphaView[i] != value)
+                    alphaOwn.insert(i);
+                alphaView[i] = value;
+            }
+        } else if (op >= 94 && op < 96) {
+            alpha.beginTransaction("sync");
+            alpha.syncFromRoot();
+            ASSERT_TRUE(alpha.commitTransaction());
+            alphaView = depth > 0 ? atBegin : live;
+            alphaOwn.clear();
+        } else if (op >= 96 && depth > 0) {
+            alpha.assignToRoot();
+            ++assigned;
+            for (std::size_t i : alphaOwn) {
+                if (alphaView[i] || live[i])
+                    touch(i);
+                live[i] = alphaView[i];
+            }
         }
         live.resize(objects.size()); // snapshots from before an object was made lack it
+        alphaView.resize(objects.size());
         ASSERT_EQ(root.getCurrentChangeLevel(), level) << "step " << step;
         ASSERT_EQ(root.getUndoStackLength(), position) << "step " << step;
         ASSERT_EQ(root.getRedoStackLength(), static_cast<int>(history.size()) - position);
@@ -174,9 +228,14 @@ TEST_F(ChangeTrackingTest, RandomHistoryAgreesWithSnapshots)
             std::optional<int> const seen =
                 Deviant::isRealState(state) ? std::optional<int>(valueOf(state)) : std::nullopt;
             ASSERT_EQ(seen, live[i]) << "step " << step << " object " << i;
+            // Absent objects raise: looked at now and then, as a throw costs.
+            if (alphaView[i] || step % 16 == 0) {
+                ASSERT_EQ(readIn(objects[i], alpha), alphaView[i]) << "step " << step << " object " << i << " in alpha";
+            }
         }
     }
     EXPECT_GT(last, 40) << "the sequence did commit";
+    EXPECT_GT(assigned, 30) << "and assign";
 }
 
 } // namespace

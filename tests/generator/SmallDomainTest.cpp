@@ -123,11 +123,14 @@ TEST_F(SmallDomainTest, OneWayReferenceIntoAnotherModelIsCounted)
     }
 
     Transaction t(root);
+    auto const related = item.getRelateds(); // the domain's union, over the reference
     item.setHome(foreign);
     EXPECT_TRUE(item.getHome() == foreign);
+    EXPECT_TRUE(related.size() == 1 && related.front() == TAV::ClassObject(foreign));
     EXPECT_EQ(referred(), 1u);
     item.removeHome();
     EXPECT_FALSE(item.hasHome()) << "mandatory, yet a reference shows its absence";
+    EXPECT_TRUE(related.empty());
     EXPECT_EQ(referred(), 0u);
 }
 

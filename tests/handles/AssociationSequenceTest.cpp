@@ -1,6 +1,7 @@
 // Multi-valued properties through their sequences: both ends of every kind of
-// association after random edits, checked against a plain model; the deviant's
-// view, undo and the cross-model refusal; value lists and the tool infos.
+// association after random edits, through the typed getters, the reflection table
+// and a property storage, checked against a plain model; the deviant's view, undo
+// and the cross-model refusal; value lists and the tool infos.
 
 #include "handles/FamilyFixture.h"
 
@@ -8,6 +9,9 @@
 
 #include <tav/TAV/OpaqueExpression_h.h>
 #include <tav/kernel/containers/sequence/Sequence.h>
+#include <tav/kernel/util/IntrospectiveMethods.h>
+#include <tav/kernel/util/propertystorage/MultiValuedPropertyManager.h>
+#include <tav/kernel/util/propertystorage/PropertyStorage.h>
 
 #include <algorithm>
 #include <functional>
@@ -33,13 +37,15 @@ Model idsOf(Sequence<Property> const& s)
 }
 
 // One kind of association whose many end holds Properties: how to make an owner, reach
-// its list, and ask an element whether its far end names that owner.
+// its list, and ask an element whether its far end names that owner; the list's row.
 struct Kind {
-    char const* name;
+    std::string name;
     bool singleOpposite; // a Property is in at most one owner's list
     std::function<ClassObject()> makeOwner;
     std::function<Sequence<Property>(ClassObject const&)> list;
     std::function<bool(Property const&, ClassObject const&)> refersTo;
+    IntrospectiveMethods const* table;
+    unsigned id;
 };
 
 class AssociationSequenceTest : public FamilyTest {
@@ -49,18 +55,51 @@ protected:
         return {
             {"one-to-many", true, [this] { return ClassObject(newAssociation()); },
              [](ClassObject const& o) { return Association(o).getMemberEnds(); },
-             [](Property const& p, ClassObject const& o) { return p.getAssociation() == ImmutableAssociation(o); }},
+             [](Property const& p, ClassObject const& o) { return p.getAssociation() == ImmutableAssociation(o); },
+             &NSInterface::AssociationIntf::sIntrospectiveMethods, 4},
             {"containment", true, [this] { return ClassObject(newClass()); },
              [](ClassObject const& o) { return Class(o).getOwnedAttributes(); },
              [](Property const& p, ClassObject const& o) {
                  return p.getClass() == ImmutableClass(o) && o.getContaineeTAVs().contains(p);
-             }},
+             },
+             &NSInterface::ClassIntf::sIntrospectiveMethods, 5},
             {"many-to-many", false, [this] { return ClassObject(newProperty()); },
              [](ClassObject const& o) { return Property(o).getRedefinedProperties(); },
-             [](Property const& p, ClassObject const& o) { return p.getRedefinerProperties().contains(Property(o)); }},
+             [](Property const& p, ClassObject const& o) { return p.getRedefinerProperties().contains(Property(o)); },
+             &NSInterface::PropertyIntf::sIntrospectiveMethods, 1},
         };
     }
+
+    // The same kinds, their lists reached by id through the table, as reflection does.
+    std::vector<Kind> kindsThroughTheTable()
+    {
+        std::vector<Kind> out = kinds();
+        for (Kind& k : out) {
+            k.name += " through the table";
+            k.list = [table = k.table, id = k.id](ClassObject const& o) {
+                return Sequence<Property>(table->getMultiValued(o.internal_intf(), o.getDeviant(), id, true),
+                                          o.getDeviant());
+            };
+        }
+        return out;
+    }
+
+    using Edit = std::function<void(std::mt19937&, Kind const&, std::vector<ClassObject> const&, std::vector<Model>&,
+                                    std::vector<Property> const&)>;
+    void checkRandomEdits(Kind const& kind, Edit const& edit);
 };
+
+// Puts e at i in owner o's model, as a unique list with that kind of far end does.
+void enter(Kind const& kind, std::vector<Model>& model, std::size_t o, int i, Property const& e)
+{
+    Model& mine = model[o];
+    if (std::find(mine.begin(), mine.end(), id(e)) != mine.end())
+        return; // unique: a duplicate changes nothing
+    if (kind.singleOpposite)
+        for (Model& other : model)
+            std::erase(other, id(e));
+    mine.insert(mine.begin() + std::min(i, static_cast<int>(mine.size())), id(e));
+}
 
 // A random edit of one of two owners, applied to the sequence and to the model.
 void edit(std::mt19937& rng, Kind const& kind, std::vector<ClassObject> const& owners, std::vector<Model>& model,
@@ -72,18 +111,10 @@ void edit(std::mt19937& rng, Kind const& kind, std::vector<ClassObject> const& o
     Property const& e = pool[rng() % pool.size()];
     int const size = static_cast<int>(mine.size());
     auto const at = [&](int i) { return mine.begin() + i; };
-    auto const enter = [&](int i) {
-        if (std::find(mine.begin(), mine.end(), id(e)) != mine.end())
-            return; // unique: a duplicate changes nothing
-        if (kind.singleOpposite)
-            for (Model& other : model)
-                std::erase(other, id(e));
-        mine.insert(at(std::min(i, static_cast<int>(mine.size()))), id(e));
-    };
     switch (rng() % 8) {
-    case 0: list.push_back(e); enter(size); break;
-    case 1: list.push_front(e); enter(0); break;
-    case 2: { int const i = static_cast<int>(rng() % (size + 1)); list.insert(i, e); enter(i); break; }
+    case 0: list.push_back(e); enter(kind, model, o, size, e); break;
+    case 1: list.push_front(e); enter(kind, model, o, 0, e); break;
+    case 2: { int const i = static_cast<int>(rng() % (size + 1)); list.insert(i, e); enter(kind, model, o, i, e); break; }
     case 3: if (size) { int const i = static_cast<int>(rng() % size); list.erase(i); mine.erase(at(i)); } break;
     case 4: if (size) { list.pop_back(); mine.pop_back(); } break;
     case 5: EXPECT_EQ(list.removeAll(e), static_cast<int>(std::erase(mine, id(e)))); break;
@@ -103,9 +134,36 @@ void edit(std::mt19937& rng, Kind const& kind, std::vector<ClassObject> const& o
     }
 }
 
+// The storage's writes (what setOrAdd, remove and removeOne of an object reach).
+void storageEdit(std::mt19937& rng, Kind const& kind, std::vector<ClassObject> const& owners, std::vector<Model>& model,
+                 std::vector<Property> const& pool)
+{
+    PropertyStorage storage(new MultiValuedPropertyManager(kind.table, kind.id));
+    std::size_t const o = rng() % owners.size();
+    Model& mine = model[o];
+    Property const& e = pool[rng() % pool.size()];
+    switch (rng() % 5) {
+    case 0:
+    case 1: storage.setOrAdd(owners[o], Object(e)); enter(kind, model, o, static_cast<int>(mine.size()), e); break;
+    case 2: storage.remove(owners[o], Object(e)); std::erase(mine, id(e)); break;
+    case 3: storage.removeOne(owners[o]); if (!mine.empty()) mine.erase(mine.begin()); break;
+    default: if (rng() % 3 == 0) { storage.remove(owners[o]); mine.clear(); } break;
+    }
+}
+
 TEST_F(AssociationSequenceTest, RandomEditsKeepBothEndsOfEveryKindConsistent)
 {
-    for (Kind const& kind : kinds()) {
+    for (Kind const& kind : kinds())
+        checkRandomEdits(kind, edit);
+    for (Kind const& kind : kindsThroughTheTable())
+        checkRandomEdits(kind, edit);
+    for (Kind const& kind : kinds())
+        checkRandomEdits(kind, storageEdit);
+}
+
+void AssociationSequenceTest::checkRandomEdits(Kind const& kind, Edit const& edit)
+{
+    {
         SCOPED_TRACE(kind.name);
         std::vector<ClassObject> const owners = {kind.makeOwner(), kind.makeOwner()};
         std::vector<Property> pool;

@@ -2,6 +2,9 @@
 
 #include "handles/FamilyFixture.h"
 
+#include "kernel/TAV/NSImplementation/StereotypeImpl.h"
+
+#include <tav/TAV/DynamicStereotypeObject_h.h>
 #include <tav/TAV/Stereotype_h.h>
 #include <tav/kernel/containers/sequence/MakeSequence.h>
 #include <tav/kernel/containers/sequence/Sequence.h>
@@ -95,14 +98,39 @@ TEST_F(PropertyStorageTest, MultiValuedManagerWorksOnTheSequenceItFetches)
     FakeMultiTable::list = Sequence<Property>();
 }
 
-TEST_F(PropertyStorageTest, StaticExtensionTakesStereotypeObjectsOnly)
+TEST_F(PropertyStorageTest, StaticExtensionHoldsOneInstanceOfItsStereotypeAndTakesStereotypeObjectsOnly)
 {
-    PropertyStorage storage(new StaticExtensionStorage(ImmutableStereotype()));
+    Stereotype mine(make<NSImplementation::StereotypeImpl>(root), root);
+    Stereotype theirs(make<NSImplementation::StereotypeImpl>(root), root);
+    auto instanceOf = [&](Stereotype const& s) {
+        DynamicStereotypeObject o(make<NSImplementation::DynamicStereotypeObjectImpl>(root), root);
+        o.setMetadata(s);
+        return o;
+    };
+    PropertyStorage storage(new StaticExtensionStorage(mine));
+    PropertyStorage others(new StaticExtensionStorage(theirs));
     Property p = newProperty();
+    open(root);
+    DynamicStereotypeObject const first = instanceOf(mine), second = instanceOf(mine), foreign = instanceOf(theirs);
+    others.setOrAdd(p, Object(foreign));
+    storage.setOrAdd(p, Object(first));
+    storage.setOrAdd(p, Object(second));
+    close(root);
+    EXPECT_TRUE(storage.getOne(p) == Object(second)) << "the second replaces the first";
+    EXPECT_EQ(static_cast<PropertyStorage const&>(storage).get(p).size(), 1);
+    ASSERT_EQ(p.getAppliedStereotypeInstances().size(), 2) << "another stereotype's instance stays";
+    EXPECT_TRUE(p.getAppliedStereotypeInstances().contains(foreign));
+    EXPECT_FALSE(p.getContaineeTAVs().contains(first)) << "the first leaves the containees too";
+    EXPECT_TRUE(second.getBase_ClassObject() == p);
+
     Property plain = newProperty();
     EXPECT_TAV_THROW(storage.setOrAdd(p, Object(plain)), "Only Stereotypes can be added to this property!");
     EXPECT_TAV_THROW(storage.remove(p, Object(plain)), "Only Stereotypes can be added to this property!");
     EXPECT_TAV_THROW(storage.setOrAddEndOnly(p, String("x")), "Only Stereotypes can be added to this property!");
+    EXPECT_TRUE(storage.getOne(p) == Object(second)) << "a refused value leaves the instance";
+    open(root);
+    p.getAppliedStereotypeInstances().clear(); // the two ends hold counts on each other
+    close(root);
 }
 
 TEST_F(PropertyStorageTest, StorageTravelsAsAValueWithoutText)

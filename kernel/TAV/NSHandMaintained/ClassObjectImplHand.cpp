@@ -9,6 +9,7 @@
 #include <tav/kernel/containers/sequence/Sequence.h>
 #include <tav/kernel/deviant/ClassObjectHooks.h>
 #include <tav/kernel/util/Asserter.h>
+#include <tav/kernel/util/ModelCache.h>
 #include <tav/kernel/util/ObjectLookup.h>
 #include <tav/kernel/util/propertystorage/PropertyStorage.h>
 #include <tav/kernel/visitor/CooperativeVisitor.h>
@@ -255,6 +256,7 @@ struct InstallHooks {
         hooks.metaClassName = &metaClassName;
         hooks.objectIndex = &objectIndex;
         hooks.modelObject = &modelObject;
+        hooks.unbindModel = [](NSInterface::ModelIntf* aModel) { ModelCache::unbindIfCached(aModel); };
     }
 } sInstallHooks;
 

@@ -6,6 +6,7 @@
 #include <tav/TAV/ClassObject_h.h>
 #include <tav/TAV/Model_h.h>
 #include <tav/TAV/NSInterface/ModelIntf.h>
+#include <tav/kernel/containers/sequence/MakeSequence.h>
 #include <tav/kernel/containers/sequence/Sequence.h>
 #include <tav/kernel/deviant/DeviantManager.h>
 #include <tav/kernel/deviant/DeviantManagerHelper.h>
@@ -190,16 +191,10 @@ ModelCore::~ModelCore()
 {
     if (!owner)
         return;
-    ModelCache::unbindIfCached(owner);
-    // Three passes, so that no object goes while another still points to it from its state.
-    std::vector<NSInterface::ObjectIntf*> const members(manager.objects().begin(), manager.objects().end());
-    for (NSInterface::ObjectIntf* member : members)
-        member->incRef();
-    for (NSInterface::ObjectIntf* member : members)
-        member->deviant_markModelDestroyed();
-    for (NSInterface::ObjectIntf* member : members)
-        member->decRef();
-    // The model's own state holds its lists; the deviants go with the manager.
+    // Handles made on the model while it goes must not free it a second time.
+    ++static_cast<NSImplementation::ModelImpl*>(owner)->refCount;
+    manager.destroy();
+    // The model's own state holds its lists; the manager unbinds it from the cache as it goes.
     owner->deviant_markModelDestroyed();
 }
 
@@ -207,9 +202,11 @@ ModelCore::~ModelCore()
 
 namespace NSInterface {
 
+// Deviants are the manager's, reached through the model's root.
 Deviant ModelIntf::createDeviantWithName(String const& aName) const
 {
-    return coreOf(this).manager.createDeviantWithName(aName.toUtf8());
+    DeviantManager* manager = getRootDeviant().getDeviantManager();
+    return manager ? manager->createDeviantWithName(aName.toUtf8()) : Deviant();
 }
 
 void ModelIntf::insertObjectAtIndex(Deviant aDeviant, Integer const& aIndex, ClassObject const& aObject)
@@ -444,16 +441,43 @@ void ModelIntf::clearRedoStack(Deviant aDeviant)
     aDeviant.clearRedoStack();
 }
 
-String ModelIntf::getDeviantName(Deviant aDeviant)
+void ModelIntf::assignToRoot(Deviant aDeviant)
+{
+    aDeviant.assignToRoot();
+}
+
+void ModelIntf::syncFromRoot(Deviant aDeviant)
+{
+    aDeviant.syncFromRoot();
+}
+
+String ModelIntf::getDeviantName(Deviant aDeviant) const
 {
     return String(aDeviant.getName());
 }
 
 void ModelIntf::removeDeviantWithName(Deviant aDeviant, String const& aName)
 {
-    Asserter::Make<Exception>(aDeviant.getDeviantId() == 0, "removeDeviantWithName called on non-root deviant")
-        .handle(kSource, __LINE__, "");
-    coreOf(this).manager.removeDeviantWithName(aName.toUtf8());
+    DeviantAssertions::internalAssert(aDeviant.getDeviantId() == 0, "removeDeviantWithName called on non-root deviant");
+    if (DeviantManager* manager = aDeviant.getDeviantManager())
+        manager->removeDeviantWithName(aName.toUtf8());
+}
+
+Boolean ModelIntf::hasObjectsDeviatingFromRoot(Deviant aDeviant) const
+{
+    return aDeviant.hasObjectsDeviatingFromRoot();
+}
+
+Sequence<ClassObject> ModelIntf::getObjectsDeviatingFromRoot(Deviant aDeviant) const
+{
+    std::vector<ObjectIntf*> objects;
+    aDeviant.getObjectsDeviatingFromRoot(objects);
+    Sequence<ClassObject> out = MakeSequence<ClassObject>({aDeviant});
+    for (ObjectIntf* object : objects)
+        out.push_back(ClassObject(static_cast<ClassObjectIntf*>(
+                                      object->cast(CooperativeVisitor::internal::classInfo<ClassObjectIntf>())),
+                                  aDeviant));
+    return out;
 }
 
 Boolean ModelIntf::isValidUndoChangeLevel(Deviant aDeviant, Integer const& aChangeLevel) const

@@ -19,6 +19,7 @@ STORAGE = {
     "list": "a unique multi-index in the state", "sparse_list": "kept outside the states, keyed by the state",
     "pending": "declared; raises until it is served", "hand": "hand-maintained",
     "hand_redefinition": "hand-maintained over the redefined property",
+    "derived_view": "a view over what is stored, read afresh at each use",
 }
 
 

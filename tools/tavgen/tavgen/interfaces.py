@@ -112,8 +112,11 @@ class InterfaceEmitter(Common):
         if any(q.is_container_slot for q in cls.props):
             p("#include <tav/kernel/family/ModelMembership.h>")
         p(f"#include <{self.root}/NSInterface/$X.h>\n#include <{self.root}/{handle_header(cls)}>")
+        viewed = {t for op in ops if op.view_of for t in op.view_of}
         p.each(f"#include <{self.R(t)}/{handle_header(mm.by_name[t])}>"
-               for t in sorted(self.handle_types_in(ops) | {a.name for a in mm.ancestors(cls)}))
+               for t in sorted(self.handle_types_in(ops) | viewed | {a.name for a in mm.ancestors(cls)}))
+        if viewed:
+            p("#include <tav/kernel/containers/sequence/views/Views.h>")
         p("\nnamespace $NS::NSInterface {\n")
         for op in ops:
             if op.logic is not None and not op.pure:

@@ -446,11 +446,167 @@ class ContainerEnd(Kind):
         return pl
 
 
+# -- derived views --------------------------------------------------------------------------
+# A derived multi-valued property is a view over what is stored, read afresh at every use:
+#   a union       its parts in the class at hand, one after another (Views.h `unionOf`);
+#   a restriction the one stored list it subsets, shown for its own type (`filtered`);
+# and two unions that the container relation answers whole, read-only: one that subsets the
+# containee list directly (`ownedElement`) is that list for its type, and one whose parts are
+# all containment ends (`featuringClassifier`) is the container slot for its type.
+
+def _is_a(t, base) -> bool:
+    return t is base or any(_is_a(b, base) for b in t.bases)
+
+
+def restricted_list(p: Prop) -> Optional[Prop]:
+    """The stored list a derived property shows for its own type, if that is what it is."""
+    if p.union or len(p.subsets) != 1:
+        return None
+    q = p.subsets[0].target
+    return q if q.multi and not q.derived and q.type is not p.type and _is_a(p.type, q.type) else None
+
+
+def is_view(p: Prop) -> bool:
+    return p.multi and p.derived and "containees" not in p.flags and (p.union or restricted_list(p) is not None)
+
+
+def _available(mm: Metamodel, cls) -> List[Prop]:
+    """The properties an object of cls has, its own first, then each ancestor's, depth-first."""
+    return [q for c in mm.preorder(cls) for q in c.props]
+
+
+def _served(q: Prop) -> bool:
+    """Has accessors a view can stand on (stored, or itself a view)."""
+    return kind_of(q).name in ("list", "sparse_list", "redefinition", "derived_view", "ref", "container_end")
+
+
+def _direct_parts(mm: Metamodel, cls, u: Prop) -> List[Prop]:
+    out: List[Prop] = []
+    for q in _available(mm, cls):
+        if not any(r.target is u for r in q.subsets) or not _served(q):
+            continue
+        if any(o.name == q.name for o in out):      # a redefinition is served by one accessor
+            continue
+        if q.union and is_view(q) and not union_parts(mm, cls, q):
+            continue                                 # an empty union would refuse what a later part takes
+        out.append(q)
+    return out
+
+
+def _leaves(mm: Metamodel, cls, q: Prop) -> List[Prop]:
+    if q.union and is_view(q):
+        return [l for p in union_parts(mm, cls, q) for l in _leaves(mm, cls, p)]
+    return [q]
+
+
+def union_parts(mm: Metamodel, cls, u: Prop) -> List[Prop]:
+    """The parts of union u in cls. Parts that share a stored list (`member`: `feature` and
+    `ownedMember` both show `ownedAttribute`) give way to their stored lists, each once; a part
+    that subsets another part is shown by it already."""
+    parts = _direct_parts(mm, cls, u)
+    sets = [_leaves(mm, cls, q) for q in parts]
+    flat: List[Prop] = []
+    for l in (l for ls in sets for l in ls):
+        if l not in flat:
+            flat.append(l)
+    if sum(len(ls) for ls in sets) != len(flat):
+        parts = flat
+    return [q for q in parts if not any(o is not q and o in q.subset_closure() for o in parts)]
+
+
+def _containee_list(p: Prop) -> Optional[Prop]:
+    return next((r.target for r in p.subsets if "containees" in r.target.flags), None)
+
+
+def _container_slot(mm: Metamodel) -> Prop:
+    return next(q for c in mm.all_classes for q in c.props if q.is_container_slot)
+
+
+def _shows_container(mm: Metamodel, u: Prop) -> bool:
+    below = [union_parts(mm, c, u) for c in mm.all_classes if u.owner in mm.preorder(c)]
+    return any(below) and all(q.is_container_end for ps in below for q in ps)
+
+
+def view_expr(mm: Metamodel, cls, u: Prop, plain: bool) -> Tuple[str, set]:
+    """The view of u in cls, as an expression, and the classes whose handles it names."""
+    T = hmut(u.type)
+    W = "WithoutAssociation" if plain else ""
+    needs = {u.type.name}
+    containees = _containee_list(u)
+    if containees is not None:
+        return f"readOnly(filtered<{T}>(get{plural(containees.upper_name)}{W}(aDeviant)))", needs
+    if u.union and _shows_container(mm, u):
+        slot = _container_slot(mm)
+        return (f"readOnly(filtered<{T}>(propertyAsSequence(This(aDeviant), aDeviant, "
+                f"&{intf(slot.owner)}::sIntrospectiveMethods, {slot.id}, {slot.lower})))", needs | {slot.type.name})
+    base = restricted_list(u)
+    if base is not None:
+        needs.add(base.type.name)
+        opp = u.opposite.target if u.opposite else None
+        if plain or opp is None:
+            return f"filtered<{T}>(get{plural(base.upper_name)}{W}(aDeviant))", needs
+        return (f"Sequence<{T}>(family::associationSequence(family::selfCanonical(this), aDeviant,\n"
+                f"    get{plural(u.upper_name)}WithoutAssociation(aDeviant).internal_pointer(),\n"
+                f"    &{intf(opp.owner)}::sIntrospectiveMethods, {opp.id}), aDeviant)"), needs
+    parts = union_parts(mm, cls, u)
+    if not parts:
+        return f"readOnly(nullSequence<{T}>(aDeviant))", needs
+    exprs = []
+    for q in parts:
+        needs.add(q.type.name)
+        if q.multi:
+            exprs.append(f"get{plural(q.upper_name)}{W}(aDeviant)")
+        else:
+            exprs.append(f"propertyAsSequence<{hmut(q.type)}>(This(aDeviant), aDeviant, "
+                         f"&{intf(q.owner)}::sIntrospectiveMethods, {q.id}, {q.lower})")
+    return f"unionOf<{T}>(aDeviant,\n    " + ",\n    ".join(exprs) + ")", needs
+
+
+def view_ops(mm: Metamodel, cls, u: Prop, on_handle: bool = True) -> List[Op]:
+    E = element_cpp(u)
+    seq = CppType(f"Sequence<{E}>", E.handle, E.value)
+    Ps = plural(u.upper_name)
+    ops = []
+    for plain in (False, True):
+        expr, needs = view_expr(mm, cls, u, plain)
+        ops.append(Op(f"get{Ps}{'WithoutAssociation' if plain else ''}", seq, [D], plain, sequence=E,
+                      on_handle=on_handle, logic=f"return {expr};", view_of=sorted(needs)))
+    return ops
+
+
+def view_overrides(mm: Metamodel, cls, plan_of) -> List[Op]:
+    """The views cls shows otherwise than the base it inherits them through: its parts differ.
+    Each is a virtual of the declaring interface, overridden here."""
+    out: List[Op] = []
+    for u in _available(mm, cls):
+        if u.owner is cls or kind_of(u).name != "derived_view":
+            continue
+        base = next(b for b in cls.bases if u.owner in mm.preorder(b))
+        mine, theirs = view_expr(mm, cls, u, False)[0], view_expr(mm, base, u, False)[0]
+        if mine != theirs:
+            ops = view_ops(mm, cls, u, on_handle=False)
+            for op in ops:
+                op.plan = plan_of(u)
+            out += ops
+    return out
+
+
+class DerivedView(Kind):
+    """A derived multi-valued property served as a view (see view_expr)."""
+    name = "derived_view"
+
+    def matches(self, p):
+        return is_view(p)
+
+    def plan(self, mm, p):
+        return PropPlan(p, self.name, ops=view_ops(mm, p.owner, p))
+
+
 # First match wins: the order is the precedence of the markers.
 KINDS: List[Kind] = [
-    Pending(), HandRedefinition(), Hand(), SparseList(),
+    Pending(), HandRedefinition(), Hand(), SparseList(), DerivedView(),
     Deferred("derived_list", lambda p: p.multi and p.derived and "containees" not in p.flags,
-             "derived multi-valued: a view sequence"),
+             "derived multi-valued: hand-maintained semantics (a UML query)"),
     Redefined(lambda p: p.multi and stored_by_redefinition(p)),
     List(),
     Deferred("deferred", lambda p: "deferred" in p.flags, "marked deferred in the description"),

@@ -311,6 +311,9 @@ def _resolve(mm: Metamodel) -> None:
                 fail(p.line, f"property '{p.name}' is an association end of non-class type '{p.type_name}'")
             if p.default is not None and p.type.kind == "enumeration" and p.default not in p.type.literals:
                 fail(p.line, f"default '{p.default}' of property '{p.name}' is no literal of '{p.type_name}'")
+            number = {"Integer": r"-?\d+", "UnlimitedNatural": r"\d+|\*"}.get(p.type.name)
+            if p.default is not None and number and not re.fullmatch(number, p.default):
+                fail(p.line, f"default '{p.default}' of property '{p.name}' is no number of '{p.type_name}'")
     for t in mm.classes:
         for p in t.props:
             for r in p.subsets:

@@ -91,6 +91,7 @@ class Op:
     override: bool = False          # replaces an ancestor's operation; body hand-maintained
     sequence: Optional["CppType"] = None  # a sequence getter: the element type of its Sequence
     plan: Optional["PropPlan"] = field(default=None, repr=False, compare=False)  # the property it serves
+    view_of: Optional[List[str]] = None  # a view's body: the classes whose handles it names
 
     def signature(self, qualify: str = "", with_names: bool = True) -> str:
         ps = ", ".join(f"{t} {n}" if with_names and n else t for t, n in self.params)
@@ -201,6 +202,11 @@ class Plans:
             for pl in plans:
                 for op in pl.ops:
                     op.plan = pl
+        from .kinds import view_overrides
+        self.overrides: Dict[str, List[Op]] = {c.name: view_overrides(mm, c, self.plan_of) for c in mm.all_classes}
+
+    def plan_of(self, p: Prop) -> PropPlan:
+        return next(pl for pl in self.props[p.owner.name] if pl.prop is p)
 
     def declared_ops(self, cls: Type) -> List[Op]:
         """Operations the description declares; bodies are hand-maintained unless pending."""
@@ -220,9 +226,11 @@ class Plans:
         groups: List[Tuple[str, List[Op]]] = [(o.name, [o]) for o in self.declared_ops(cls)]
         groups += [(o.name, [o]) for o in (frame_ops(self.mm) if cls.frame else [])]
         groups += [(pl.prop.name, pl.ops) for pl in self.props[cls.name]]
+        # A view redefined for this class's parts takes no slot of its own.
+        overrides = self.overrides.get(cls.name, [])
         if not cls.order:
-            return [op for _, g in groups for op in g]
-        return [op for n in dict.fromkeys(cls.order) for m, g in groups if m == n for op in g]
+            return [op for _, g in groups for op in g] + overrides
+        return [op for n in dict.fromkeys(cls.order) for m, g in groups if m == n for op in g] + overrides
 
     def fields(self, cls: Type) -> List[Tuple[Type, PropPlan]]:
         return [(c, pl) for c in self.mm.preorder(cls) for pl in self.props[c.name] if pl.field]

@@ -26,6 +26,8 @@ struct ClassObjectHooks {
     long long (*objectIndex)(NSInterface::ObjectIntf const* object, Deviant d) = nullptr;
     // The model's canonical object, the key of referred models.
     NSInterface::ObjectIntf* (*modelObject)(NSInterface::ModelIntf* model) = nullptr;
+    // Forgets the model's URI binding; called as the model's manager goes.
+    void (*unbindModel)(NSInterface::ModelIntf* model) = nullptr;
 };
 
 TAV_EXPORT ClassObjectHooks& classObjectHooks();

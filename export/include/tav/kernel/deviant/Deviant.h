@@ -165,8 +165,21 @@ public:
     // Only on a deviant that nothing has happened to yet.
     void setExceptionPolicy(ListenerExceptionPolicy policy) const;
 
-    // Removes the deviant: its states go, its handles stay usable for isValid.
+    // Removes the deviant: its listeners hear it once and go, its states go,
+    // its handles stay usable for isValid.
     void remove() const;
+    // Only on a real deviant: set while the model takes it down.
+    bool isDetachingFromBackend() const;
+
+    // A named deviant's committed states go into root's open transaction.
+    void assignToRoot() const;
+    // Within this named deviant's transaction, it drops its own states and
+    // reads root's committed ones again; a cancel brings them back.
+    void syncFromRoot() const;
+    // Objects whose own state here is set and is not root's (a named
+    // deviant's InvalidObject included).
+    bool hasObjectsDeviatingFromRoot() const;
+    void getObjectsDeviatingFromRoot(std::vector<NSInterface::ObjectIntf*>& out) const;
 
     // Enters the object in the model's object list (the manager's).
     void addObjectToModel(NSInterface::ObjectIntf* object) const;

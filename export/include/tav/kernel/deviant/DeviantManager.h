@@ -2,6 +2,7 @@
 
 #include <tav/Export.h>
 #include <tav/kernel/deviant/Deviant.h>
+#include <tav/kernel/deviant/Listeners.h>
 
 #include <map>
 #include <string>
@@ -18,10 +19,11 @@ class ModelIntf;
 
 // Owns every deviant of one model. Removed deviants stay in memory until the
 // manager goes, so stale handles can still answer isValid.
-class TAV_EXPORT DeviantManager {
+class TAV_EXPORT DeviantManager : public ListenerBase {
 public:
     DeviantManager();
-    ~DeviantManager();
+    // Unbinds the model from the cache first, when a binding hook is set.
+    ~DeviantManager() override;
     DeviantManager(DeviantManager const&) = delete;
     DeviantManager& operator=(DeviantManager const&) = delete;
 
@@ -46,6 +48,12 @@ public:
     void addObjectToModel(NSInterface::ObjectIntf* object);
     // An absent object is ignored.
     void removeObjectFromModel(NSInterface::ObjectIntf* object) { fObjects.erase(object); }
+    // The model goes: each deviant, named ones first and root last, commits
+    // what is open with undo off, destroys the model's contents in a "model
+    // cleanup" transaction and is freed; then every object of the model is
+    // marked as outliving it. Handles of these deviants must not be used after.
+    void destroy();
+
     bool containsObject(NSInterface::ObjectIntf* object) const { return fObjects.contains(object); }
     std::size_t objectCount() const { return fObjects.size(); }
     std::unordered_set<NSInterface::ObjectIntf*> const& objects() const { return fObjects; }

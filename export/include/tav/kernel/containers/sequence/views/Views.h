@@ -4,11 +4,13 @@
 //   a union of stored parts       unionOf<NamedElement>(d, getPackagedElements(d), getOwnedRules(d))
 //   a part restricted to a class  filtered<Type>(getPackagedElements(d))
 //   a single slot as a sequence   propertyAsSequence(self, d, &ClassObjectIntf::sIntrospectiveMethods, id, lower)
+//   any of them, refusing writes  readOnly(filtered<Element>(getContaineeTAVs(d)))
 
 #include <tav/kernel/containers/sequence/views/GenericCombinedSequence.h>
 #include <tav/kernel/containers/sequence/views/GenericFilteredSequence.h>
 #include <tav/kernel/containers/sequence/views/GenericNullSequence.h>
 #include <tav/kernel/containers/sequence/views/GenericPropertyToSequenceProxy.h>
+#include <tav/kernel/containers/sequence/views/GenericReadOnlySequence.h>
 
 namespace TAV {
 
@@ -56,6 +58,15 @@ Sequence<T> propertyAsSequence(ImmutableClassObject const& aObject, Deviant aDev
 {
     return Sequence<T>(Generic::SequencePtr(new GenericPropertyToSequenceProxy(aObject, aMethods, aPropertyId, aLower)),
                        aDeviant);
+}
+
+// aShown as it stands at every read; every write raises "This derived sequence is read-only!".
+template <class T>
+Sequence<T> readOnly(Sequence<T> const& aShown)
+{
+    return Sequence<T>(Generic::SequencePtr(new Generic::HeapCounted<GenericReadOnlySequence>(
+                           Generic::SequencePtr(aShown.internal_sequence()))),
+                       aShown.getDeviant());
 }
 
 } // namespace TAV
