@@ -159,8 +159,10 @@ void destroyContents(NSInterface::ClassObjectIntf* aObject, Deviant aDeviant, bo
                 aTable->removeSingleValued(aObject, aDeviant, aRow.id);
         });
         aObject->removeContainerTAV(aDeviant);
+        leaveUnparented(aObject, aDeviant);
     }
-    leaveUnparented(aObject, aDeviant);
+    // Below the top, an object is contained, or unparented in a model that goes whole with its list:
+    // leaving the list one by one would cost its length each time.
     if (!asObject(aObject)->deviant_isValid(aDeviant))
         return;
     // A write first, so that the change set keeps the state for undo.
