@@ -4,6 +4,7 @@ find_package(Threads REQUIRED)
 find_package(Boost 1.74 REQUIRED COMPONENTS thread filesystem date_time stacktrace_backtrace)
 find_package(utf8cpp CONFIG REQUIRED)
 find_package(fmt CONFIG REQUIRED)
+find_package(uriparser 0.9 CONFIG REQUIRED)
 find_package(Python3 3.9 REQUIRED COMPONENTS Interpreter)
 
 if(TAV_BUILD_TESTS)

@@ -105,6 +105,7 @@ TEST_F(ChangeTrackingTest, ChainOverTwoModelsTellsTheLaterModelFirst)
     EXPECT_EQ(a.getValue(root), 2);
     EXPECT_EQ(b.getValue(other), 1);
     other.clearUndoStack();
+    b.deviant_markModelDestroyed(); // as the end of b's model does, before `second` goes
 }
 
 } // namespace

@@ -23,6 +23,8 @@ using TAV::Deviant;
 class SmallDomainTest : public tavtest::DeviantFixture {
 protected:
     SmallDomainTest() { manager.setModel(model.internal_intf()); }
+    // This model stands in for a real one and goes before the manager.
+    ~SmallDomainTest() override { manager.setModel(nullptr); }
 
     Item newItem() { return Item(make<NSImplementation::ItemImpl>(root), root); }
     Box newBox(Deviant aRoot) { return Box(make<NSImplementation::BoxImpl>(aRoot), aRoot); }

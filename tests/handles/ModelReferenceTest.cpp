@@ -23,6 +23,13 @@ constexpr unsigned kContainerTAV = 3; // persistent
 class ModelReferenceTest : public FamilyTest {
 protected:
     ModelReferenceTest() { manager.setModel(model.internal_intf()); }
+    // These models stand in for real ones and go before their managers: objects freed
+    // with the managers' deviants must find no model to leave.
+    ~ModelReferenceTest() override
+    {
+        manager.setModel(nullptr);
+        otherManager.setModel(nullptr);
+    }
 
     static Model newModel(DeviantManager& aManager)
     {

@@ -9,6 +9,8 @@
 #include <tav/kernel/containers/sequence/Sequence.h>
 #include <tav/kernel/deviant/ClassObjectHooks.h>
 #include <tav/kernel/util/Asserter.h>
+#include <tav/kernel/util/ModelCache.h>
+#include <tav/kernel/util/ObjectLookup.h>
 #include <tav/kernel/util/propertystorage/PropertyStorage.h>
 #include <tav/kernel/visitor/CooperativeVisitor.h>
 
@@ -44,6 +46,43 @@ ImmutableModel ClassObjectIntf::getRootModel(Deviant aDeviant) const
 void ClassObjectIntf::removeOnlyRootModel(Deviant)
 {
     rootModelIsDerived(__LINE__);
+}
+
+// The URI of an object is its model's, with the object's id as the fragment; it is derived
+// and cannot be written.
+namespace {
+constexpr char kHandSource[] = "kernel/TAV/NSHandMaintained/ClassObjectImplHand";
+
+[[noreturn]] void uriIsReadOnly(int aLine)
+{
+    Asserter::MakeAlways<Exception>("The ClassObject.uri derived property is read-only!").handle(kHandSource, aLine, "");
+    __builtin_unreachable();
+}
+} // namespace
+
+bool ClassObjectIntf::hasUri(Deviant aDeviant) const
+{
+    ImmutableModel const model = getModelTAV(aDeviant);
+    if (!model.internal_intf())
+        Asserter::MakeAlways<Exception>("Cannot access NULL ref. Use isValid() before calling methods")
+            .handle(kHandSource, __LINE__, "");
+    return model.internal_intf()->hasTAV_Model_Uri(model.getDeviant());
+}
+
+void ClassObjectIntf::removeUri(Deviant)
+{
+    uriIsReadOnly(__LINE__);
+}
+
+void ClassObjectIntf::setUri(Deviant, String const&)
+{
+    uriIsReadOnly(__LINE__);
+}
+
+String ClassObjectIntf::getUri(Deviant aDeviant) const
+{
+    ImmutableModel const model = getModelTAV(aDeviant);
+    return String(model.getUri().str() + u"#" + SerializeId(ImmutableClassObject(this, aDeviant)).str());
 }
 
 // Reflection by property: the property's storage does the work on this object.
@@ -217,6 +256,7 @@ struct InstallHooks {
         hooks.metaClassName = &metaClassName;
         hooks.objectIndex = &objectIndex;
         hooks.modelObject = &modelObject;
+        hooks.unbindModel = [](NSInterface::ModelIntf* aModel) { ModelCache::unbindIfCached(aModel); };
     }
 } sInstallHooks;
 

@@ -48,6 +48,9 @@ class HandleEmitter(Common):
         nonchain = [a for a in mm.ancestors(cls) if a not in chain]
         fwd = set(self.handle_types_in(every)) | {a.name for a in mm.ancestors(cls)}
         fwd.discard(cls.name)
+        creatable = self.creatable(cls)
+        if creatable:
+            fwd.add("Model")
         sequences = any(op.sequence is not None for op in every)
 
         # declaration part
@@ -83,6 +86,13 @@ class HandleEmitter(Common):
               "template <class H>\n    requires requires { typename H::MutableHandleTag; }\n"
               "explicit $M(H const& aOther) : $I(static_cast<ImmutableObject const&>(aOther)) {}")
             d.each(f"operator {a.name}() const;" for a in mm.ancestors(cls))
+            if cls is mm.by_name.get("Model") and not cls.imported:
+                d("// A new model with its root deviant, bound in the model cache under an untitled URI.\n"
+                  "static $M create();")
+            if creatable:
+                d("// A new $M of the model, unparented, with the next index or the one given.\n"
+                  "static $M create(Model const& aModel);\n"
+                  "static $M createWithId(Model const& aModel, Integer const& aId);")
             d.each(op if isinstance(op, str) else self.handle_decl(op, False)
                    for op in self.accessor_notes(op for _, op in write))
         d("} // namespace $NS")
@@ -126,6 +136,9 @@ class HandleEmitter(Common):
         s(self.banner)
         s(f"#include <{self.root}/{handle_header(cls)}>")
         s.each(f"#include <{self.R(a)}/{handle_header(a)}>" for a in mm.ancestors(cls))
+        if creatable:
+            s(f'#include "{self.kern}/NSImplementation/{cls.name}Impl.h"\n#include <tav/kernel/family/ModelMembership.h>')
+            s.each([f"#include <{self.R(self.mm.by_name['Model'])}/Model_h.h>"])
         s("#include <tav/kernel/visitor/CooperativeVisitor.h>\n\nnamespace $NS {\n")
         with s.scope("$I::$I(NSInterface::$X const* aObject, Deviant aDeviant)\n{", "}\n"):
             with s.scope("if (aObject) {", "}"):
@@ -147,8 +160,19 @@ class HandleEmitter(Common):
         for a in mm.ancestors(cls):
             with s.scope("$M::operator $A() const\n{", "}\n", A=a.name):
                 s("return $A(*this);", A=a.name)
+        if creatable:
+            with s.scope("$M $M::create(Model const& aModel)\n{", "}\n"):
+                s("return createWithId(aModel, family::nextObjectIndex(aModel));")
+            with s.scope("$M $M::createWithId(Model const& aModel, Integer const& aId)\n{", "}\n"):
+                s("return family::createObject<NSImplementation::${cls}Impl, $M>(aModel, aId);", cls=cls.name)
         s("} // namespace $NS")
         self.files[f"{self.kern}/NSHandles/{cls.name}_h.cpp"] = s.text()
+
+    def creatable(self, cls: Type) -> bool:
+        """Objects of concrete class-object metaclasses are made in a model; a model makes itself."""
+        model = self.mm.by_name.get("Model")
+        return (cls.concrete and model is not None and cls is not model
+                and any(a.frame for a in [cls] + list(self.mm.ancestors(cls))))
 
     def handle_decl(self, op: Op, immutable: bool) -> str:
         ps = ", ".join(f"{t} {n}" for t, n in op.params[1:])

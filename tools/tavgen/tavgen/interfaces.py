@@ -109,6 +109,8 @@ class InterfaceEmitter(Common):
         p(self.banner)
         # Sequence.h: the reflective reads of every class object answer with a sequence.
         p("#include <tav/kernel/family/Support.h>\n#include <tav/kernel/containers/sequence/Sequence.h>")
+        if any(q.is_container_slot for q in cls.props):
+            p("#include <tav/kernel/family/ModelMembership.h>")
         p(f"#include <{self.root}/NSInterface/$X.h>\n#include <{self.root}/{handle_header(cls)}>")
         viewed = {t for op in ops if op.view_of for t in op.view_of}
         p.each(f"#include <{self.R(t)}/{handle_header(mm.by_name[t])}>"

@@ -39,9 +39,14 @@ def pending_ops(p: Prop) -> List[Op]:
 
 
 def hand_ops(p: Prop) -> List[Op]:
-    """A derived single reference whose accessors the hand-maintained part writes."""
+    """A derived single property whose accessors the hand-maintained part writes."""
     U = p.upper_name
     D = ("Deviant", "aDeviant")
+    if p.is_value:
+        V = value_cpp(p.type)
+        return [Op(f"has{U}", "bool", [D], True), Op(f"remove{U}", "void", [D], False, mutating=True),
+                Op(f"set{U}", "void", [D, (V.ref(), "aValue")], False, mutating=True),
+                Op(f"get{U}", V, [D], True)]
     H = himm(p.type)
     return [Op(f"has{U}", "bool", [D], True), Op(f"remove{U}", "void", [D], False, mutating=True),
             Op(f"get{U}", H, [D], True), Op(f"removeOnly{U}", "void", [D], False, mutating=True)]
@@ -92,6 +97,9 @@ def sequence_ops(p: Prop, state: str) -> List[Op]:
         f"return {seq}(family::deviantSequence(family::selfCanonical(this), aDeviant, &sIntrospectiveMethods, {p.id}),\n"
         f"    aDeviant);"))
     opp = p.opposite.target if p.opposite else None
+    if opp is None and "contains" in p.flags:
+        # A list without an end of its own whose elements take this object as their container.
+        opp = next(q for c in p.owner.home.classes if c.frame for q in c.props if q.is_container_slot)
     if opp is None:
         logic = f"return get{Ps}WithoutAssociation(aDeviant);"
     else:
@@ -187,7 +195,7 @@ class HandRedefinition(Kind):
 
 
 class Hand(Kind):
-    """A derived single reference whose accessors the hand-maintained part writes."""
+    """A derived single property whose accessors the hand-maintained part writes."""
     name = "hand"
 
     def matches(self, p):
@@ -347,19 +355,24 @@ class Reference(Kind):
             f"setOnly{U}(aDeviant, aValue);\n" + push)))
         ops.append(Op(f"get{U}", H, [D], True, pure=True, impl=f"return {H}(s->{fname}, aDeviant);",
                       state=f"return {H}({fname}, aDeviant);"))
+        # The container slot keeps the model's unparented list: an object leaves it for its
+        # first container and comes back when it has none; the model's checks come first.
+        slot = p.is_container_slot
         ops.append(Op(f"removeOnly{U}", "void", [D], False, mutating=True, logic=(
             f"{H} current = get{U}(aDeviant);\n"
-            f"if (!current.internal_intf())\n    return;\n" + unrefer +
+            f"if (!current.internal_intf())\n    return;\n" +
+            ("family::enterUnparented(this, aDeviant);\n" if slot else "") + unrefer +
             f"getWriteDeviantI(aDeviant, this)->removeOnly{U}(aDeviant);"),
             state=f"{fname} = nullptr;"))
         ops.append(Op(f"setOnly{U}", "void", [D, (H.ref(), "aValue")], False, mutating=True, logic=(
             cross +
             f"if (!aValue.internal_intf()) {{\n"
-            f"    removeOnly{U}(aDeviant);\n    return;\n}}\n"
+            f"    removeOnly{U}(aDeviant);\n    return;\n}}\n" +
+            ("family::checkContainer(this, aDeviant, aValue);\n" if slot else "") +
             f"{H} current = get{U}(aDeviant);\n"
             f"if (current.internal_intf()) {{\n"
             f"    if (current == aValue)\n        return;\n" + indent(drop + unrefer) + "\n"
-            f"}}\n" + refer +
+            f"}}" + (" else {\n    family::leaveUnparented(this, aDeviant);\n}\n" if slot else "\n") + refer +
             f"getWriteDeviantI(aDeviant, this)->setOnly{U}(aDeviant, aValue);"),
             state=f"{fname} = family::firstPath(aValue.internal_intf());"))
         pl.ops = ops

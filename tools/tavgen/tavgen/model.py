@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 from dataclasses import dataclass, field
-from typing import Dict, List, Optional
+from typing import Tuple, Dict, List, Optional
 
 UNLIMITED = 0xFFFFFFFF
 
@@ -135,6 +135,7 @@ class Type:
     bases: List["Type"] = field(default_factory=list)
     operations: List["Operation"] = field(default_factory=list)
     order: List[str] = field(default_factory=list)  # interface order, where not definition order
+    holds: List[Tuple[str, str]] = field(default_factory=list)  # hand-written members of the object: (declaration, header)
     home: Optional["Metamodel"] = None  # the description that declares it
 
     @property

@@ -25,6 +25,7 @@ class ObjectEmitter(Common):
         p('#include "$K/NSImplementation/NSDeviant/$St.h"\n#include <tav/kernel/family/ObjectBase.h>')
         p.each(f"#include <{self.R(t)}/{handle_header(self.mm.by_name[t])}>"
                for t in sorted(self.handle_types_in([op for _, op in direct])))
+        p.each(f'#include "{h}"' for _, h in cls.holds)
         p("\nnamespace $NS::NSImplementation {\n")
         p("// The object: identity, count and states of a $cls.")
         p("class TAV_IMPL_EXPORT $Impl final : public family::ObjectBase<NSInterface::$X, $St> {\npublic:")
@@ -39,6 +40,9 @@ class ObjectEmitter(Common):
               "override { return readAs<NSInterface::$A>(aDeviant); }", A=answered, Q=asked)
             p("NSInterface::$A* getWriteDeviantI(Deviant aDeviant, NSInterface::$Q const*) const "
               "override { return writeAs<NSInterface::$A>(aDeviant); }", A=answered, Q=asked)
+        if cls.holds:
+            p("\n// Hand-maintained members of the object; destroyed first, while the object is whole.")
+            p.each(f"{decl};" for decl, _ in cls.holds)
         p.depth -= 1
         p("};\n\n} // namespace $NS::NSImplementation")
         self.files[f"{self.kern}/NSImplementation/{cls.name}Impl.h"] = p.text()

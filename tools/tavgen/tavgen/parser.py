@@ -11,7 +11,7 @@ from .model import FRAME_OPS, UNLIMITED, Metamodel, Operation, Prop, Ref, Type
 
 PROP_FLAGS = {"composite", "derived", "union", "readonly", "ordered", "transient",
               "private", "sparse", "container", "deferred", "containees", "writable", "pending",
-              "hand"}
+              "hand", "contains"}
 OP_FLAGS = {"pure", "pending"}
 CLASS_MARKS = {"handwritten", "frame"}
 
@@ -177,6 +177,11 @@ class _Parser:
             if self.current.kind != "class" or len(t) < 2:
                 self.fail(no, "expected 'order NAME...' in a class")
             self.current.order.extend(t[1:])
+            return
+        if head == "holds":
+            if self.current.kind != "class" or len(t) != 4 or t[2] != "header":
+                self.fail(no, "expected 'holds \"C++ MEMBER\" header \"INCLUDE PATH\"' in a class")
+            self.current.holds.append((t[1], t[3]))
             return
         if head == "literals":
             if self.current.kind != "enumeration":

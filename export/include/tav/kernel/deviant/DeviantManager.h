@@ -56,6 +56,7 @@ public:
 
     bool containsObject(NSInterface::ObjectIntf* object) const { return fObjects.contains(object); }
     std::size_t objectCount() const { return fObjects.size(); }
+    std::unordered_set<NSInterface::ObjectIntf*> const& objects() const { return fObjects; }
 
 private:
     NSInterface::ModelIntf* fModel = nullptr;

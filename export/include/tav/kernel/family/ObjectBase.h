@@ -6,6 +6,7 @@
 #include <tav/TAV/String.h>
 #include <tav/TAV/Type_h.h>
 #include <tav/kernel/deviant/Deviations.h>
+#include <tav/kernel/family/ModelMembership.h>
 #include <tav/kernel/family/InterfaceCasts.h>
 #include <tav/kernel/family/Support.h>
 
@@ -29,7 +30,16 @@ template <class Intf, class State>
 class ObjectBase : public Intf {
 public:
     ObjectBase() { deviations.owner = canonical(static_cast<Intf*>(this)); }
-    ~ObjectBase() override { deviant_destroyState(deviations.rootState); }
+    ~ObjectBase() override
+    {
+        // Counted up while the model is told, so that nothing it does frees this twice.
+        if (rootDeviant.impl()) {
+            ++refCount;
+            leaveModel(deviations.owner, rootDeviant, objectIndex);
+            --refCount;
+        }
+        deviant_destroyState(deviations.rootState);
+    }
     ObjectBase(ObjectBase const&) = delete;
     ObjectBase& operator=(ObjectBase const&) = delete;
 
@@ -43,9 +53,20 @@ public:
     }
     int numRef() const override { return refCount; }
 
-    void disconnectForDestroy(Deviant) override { objectOperationNotYetAvailable(State::kIdentity, "disconnectForDestroy"); }
-    void destroyContents(Deviant, bool) override { objectOperationNotYetAvailable(State::kIdentity, "destroyContents"); }
-    void destroy(Deviant) override { objectOperationNotYetAvailable(State::kIdentity, "destroy"); }
+    void disconnectForDestroy(Deviant aDeviant) override
+    {
+        family::disconnectForDestroy(upcast<NSInterface::ClassObjectIntf>(static_cast<Intf*>(this)), aDeviant,
+                                     &Intf::sIntrospectiveMethods);
+    }
+    void destroyContents(Deviant aDeviant, bool aTopLevel) override
+    {
+        family::destroyContents(upcast<NSInterface::ClassObjectIntf>(static_cast<Intf*>(this)), aDeviant, aTopLevel,
+                                &Intf::sIntrospectiveMethods);
+    }
+    void destroy(Deviant aDeviant) override
+    {
+        family::destroyObject(upcast<NSInterface::ClassObjectIntf>(static_cast<Intf*>(this)), aDeviant);
+    }
 
     bool deviant_isValid(Deviant aDeviant) override { return isValidIn(deviations, rootDeviant, aDeviant); }
     void deviant_destroyState(NSInterface::ObjectIntf* aState) override
