@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The two quick-start commands:
-#   ./dev.sh run    set up, build (release) and run the example program
+#   ./dev.sh run    set up, build (release) and run the example programs
 #   ./dev.sh test   set up, build and run the whole test suite: the dev build, a bounded
 #                   run of every fuzz target, the suite again under the sanitizers, and the
 #                   threaded tests under ThreadSanitizer
@@ -13,8 +13,10 @@ scripts/setup
 case "${1:-run}" in
   run)
     cmake --preset release >/dev/null
-    cmake --build --preset release --target tav_example
+    cmake --build --preset release --target tav_example tav_models_example
     ./build/release/examples/tav_example
+    echo
+    ./build/release/examples/tav_models_example
     ;;
   test)
     shift
