@@ -1,7 +1,8 @@
 // Change tracking at scale: commit, undo and redo of a transaction that
-// touches k objects in a population of n, whose cost must follow k and not
-// n; and the unit cost of it all, the first write to an object in a
-// transaction of a named deviant.
+// touches k objects in a population of n, and a change of k objects in a named
+// deviant with its assignment to root, whose costs must follow k and not n;
+// and the unit cost of it all, the first write to an object in a transaction
+// of a named deviant.
 
 #include "kernel/TAV/NSImplementation/PropertyImpl.h"
 #include "kernel/deviant/DeviantImpl.h"
@@ -14,6 +15,7 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -29,7 +31,11 @@ struct Population {
             objects.make(root, static_cast<int>(i));
         stride = n / kTouched;
     }
-    ~Population() { root.clearUndoStack(); }
+    ~Population()
+    {
+        root.clearUndoStack();
+        objects.forgetModel(); // they outlive the manager
+    }
 
     // Spread over the whole population, so that no cache hides its size.
     Counter& touched(int i) { return objects[static_cast<std::size_t>(i) * stride]; }
@@ -42,9 +48,25 @@ struct Population {
         root.commitTransaction();
     }
 
+    void changeInNamed()
+    {
+        named.beginTransaction("named");
+        ++value;
+        for (int i = 0; i < kTouched; ++i)
+            touched(i).setValue(named, value);
+        named.commitTransaction();
+    }
+    void assign()
+    {
+        root.beginTransaction("assign");
+        named.assignToRoot();
+        root.commitTransaction();
+    }
+
     tavtest::Counters objects; // outlives the manager, whose maps count them
     TAV::DeviantManager manager;
     Deviant root = manager.getRoot();
+    Deviant named = manager.createDeviantWithName("named");
     long long stride;
     int value = 0;
 };
@@ -122,6 +144,71 @@ BENCHMARK(BM_Commit)->Arg(10'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond)
 BENCHMARK(BM_Undo)->Arg(10'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Redo)->Arg(10'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Cycle)->Arg(10'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
+
+// begin + k writes + commit, in the named deviant.
+void BM_NamedChange(benchmark::State& state)
+{
+    Population& p = population(state.range(0));
+    for (auto _ : state)
+        p.changeInNamed();
+    perTouched(state);
+}
+
+// root's begin + assignToRoot of k changed objects + root's commit.
+void BM_AssignToRoot(benchmark::State& state)
+{
+    Population& p = population(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        p.changeInNamed();
+        state.ResumeTiming();
+        p.assign();
+        state.PauseTiming();
+        p.root.clearUndoStack();
+        state.ResumeTiming();
+    }
+    perTouched(state);
+}
+
+// The same on a generated metaclass, whose states are larger and hold lists.
+void BM_AssignToRootGenerated(benchmark::State& state)
+{
+    using TAV::NSImplementation::PropertyImpl;
+    TAV::DeviantManager manager;
+    Deviant const root = manager.getRoot();
+    Deviant const named = manager.createDeviantWithName("named");
+    std::vector<TAV::Property> inNamed;
+    for (int i = 0; i < kTouched; ++i) {
+        auto* object = new PropertyImpl();
+        object->rootDeviant = root;
+        object->internal_createDeviation(root);
+        inNamed.emplace_back(object, named);
+    }
+    TAV::String const names[] = {TAV::String("a"), TAV::String("b")};
+    int round = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        named.beginTransaction();
+        for (TAV::Property const& p : inNamed)
+            p.setName(names[round & 1]);
+        named.commitTransaction();
+        ++round;
+        state.ResumeTiming();
+        root.beginTransaction();
+        named.assignToRoot();
+        root.commitTransaction();
+        state.PauseTiming();
+        root.clearUndoStack();
+        state.ResumeTiming();
+    }
+    perTouched(state);
+    manager.removeDeviantWithName("named");
+}
+
+BENCHMARK(BM_NamedChange)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_AssignToRoot)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_AssignToRootGenerated)->Unit(benchmark::kMicrosecond);
+
 
 // A generated metaclass in a named deviant, with `range` other objects that
 // hold a value in a process-wide sparse map, as a loaded model's do.

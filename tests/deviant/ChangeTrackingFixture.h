@@ -68,9 +68,7 @@ protected:
         for (Deviant d : {root, alpha})
             d.cancelTransaction();
         TAV::DeviantAssertions::enableExceptionThrowing(true);
-        // As a model's end does: the counters outlive the manager, so they forget it first.
-        for (Counter* c : objects)
-            c->deviant_markModelDestroyed();
+        objects.forgetModel();
     }
 
     Counter& make(int value = 0) { return objects.make(root, static_cast<int>(objects.size()), value); }

@@ -52,6 +52,14 @@ public:
         return *c;
     }
 
+    // As a model's end does, for counters that outlive their manager: each forgets
+    // its root deviant, so that going later tells nobody.
+    void forgetModel() const
+    {
+        for (Counter* c : fHeld)
+            c->deviant_markModelDestroyed();
+    }
+
     std::size_t size() const { return fHeld.size(); }
     Counter& operator[](std::size_t i) const { return *fHeld[i]; }
     auto begin() const { return fHeld.begin(); }
